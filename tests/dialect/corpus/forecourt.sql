@@ -156,7 +156,7 @@ INSERT INTO Abastecimento
         Vl_Preco, Vl_Total, De_EnderecoLogicoBico, No_EncerranteFechamento, Cd_Caixa, Cd_Veiculo, No_TipoPagamento,
         Ic_BaixaAutomatica, Cd_Abastecimento, Ic_Baixado, Fl_TipoPedidoFeitoAutomacao, No_TipoVencimento, Ic_Afericao,
         Cd_Cmc7, Tx_DescontoAbastecimento, No_Hodometro)
-Values (1, 1, 12, '2009-04-03 10:15:30', 95, 40.12999916, 40.12999916,
+Values (1, 1, 12, '2009-04-03 10:15:30', 95, 40.13000000, 40.13000000,
         2.499, 100.285, '04', 123456.78000000, 87, Null, 2,
         -1, 4711, 0, 1, 0, 0,
         Null, 0.000, 0)

@@ -8,8 +8,8 @@ WHERE    Cd_PessoaUsuaria = 1 and
 INSERT INTO Cardex
        (Cd_PessoaUsuaria, Cd_LancamentoCardex, Dt_Emissao, Nm_Doc, No_Tipo, Qt_Unidade, Vl_Unitario, Tx_Icms,
         Qt_Estoque, Vl_CustoMedio, Vl_CredIcmsMedio, Cd_SisTubulacao, Cd_Produto)
-Values (1, 90210, '2009-04-03', 'NF 004711', 10, 5000.00000000, 2.10549998, 25.000,
-        8200.50000000, 2.09999990, 0.52499998, 2, 5)
+Values (1, 90210, '2009-04-03', 'NF 004711', 10, 5000.00000000, 2.10550000, 25.000,
+        8200.50000000, 2.10000000, 0.52500000, 2, 5)
 
 -- DALCardex.Incluir (no piping system)
 INSERT INTO Cardex
@@ -26,11 +26,11 @@ SET   Cd_PessoaUsuaria = 1
      ,Nm_Doc = 'NF 004711'
      ,No_Tipo = 10
      ,Qt_Unidade = 5000.00000000
-     ,Vl_Unitario = 2.10549998
+     ,Vl_Unitario = 2.10550000
      ,Tx_Icms = 25.00
      ,Qt_Estoque = 8200.50000000
-     ,Vl_CustoMedio = 2.09999990
-     ,Vl_CredIcmsMedio = 0.52499998
+     ,Vl_CustoMedio = 2.10000000
+     ,Vl_CredIcmsMedio = 0.52500000
      ,Cd_SisTubulacao = 2
      ,Cd_Produto = 5
 WHERE Cd_PessoaUsuaria = 1
