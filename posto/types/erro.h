@@ -77,4 +77,7 @@ class Erro : public std::exception {
 // A number as it is shown to a person: hexadecimal for the numbers of objects and providers, decimal for the others.
 std::string number_text(std::int32_t number);
 
+// A failure that the platform itself describes (5 to 451): "Type mismatch", with `detail` ": " behind it. No source yet.
+Erro platform_erro(std::int32_t number, std::string_view detail = {});
+
 }  // namespace posto
