@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS posto EXPORT postoTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/posto DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-        FILES_MATCHING PATTERN "*.h" PATTERN "*.def")
+        FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN "*.inc")
 install(EXPORT postoTargets NAMESPACE posto:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/posto)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/postoConfig.cmake.in ${PROJECT_BINARY_DIR}/postoConfig.cmake
                               INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/posto)
