@@ -118,8 +118,7 @@ WHERE A.Cd_PessoaUsuaria = 1
 AND A.No_Impressora = 2
 AND A.No_CupomFiscal = 1530
 AND A.Dt_Emissao = '2009-04-03'
-And Ic_Excluido = 0
-AND B.No_Tipo = 2
+And Ic_Excluido = 0AND B.No_Tipo = 2
 ORDER BY A.No_Item
 
 -- DALCupomFiscal.ExcluirRecebimentos (receipts of the coupon)
@@ -628,20 +627,6 @@ WHERE    Cd_PessoaUsuaria = 1 and
 
 -- DALCartao.QuantidadeDePendencias
 SELECT Count(Cd_Cartao) As Qt_Pendencia
-FROM VendaCartaoPorCupomFiscal
-INNER JOIN CupomFiscal On CupomFiscal.Cd_PessoaUsuaria = VendaCartaoPorCupomFiscal.Cd_PessoaUsuaria
-And CupomFiscal.No_Impressora = VendaCartaoPorCupomFiscal.No_Impressora
-And CupomFiscal.No_CupomFiscal = VendaCartaoPorCupomFiscal.No_CupomFiscal
-And CupomFiscal.Dt_Emissao = VendaCartaoPorCupomFiscal.Dt_Emissao
-WHERE VendaCartaoPorCupomFiscal.Cd_PessoaUsuaria = 1
-And Tp_Venda = 11
-And VendaCartaoPorCupomFiscal.Cd_TipoCartao = 3
-And VendaCartaoPorCupomFiscal.Cd_Cartao = 51
-And VendaCartaoPorCupomFiscal.Ic_Aprovado = 0
-And CupomFiscal.FL_Fechada = 'N'
-
--- DALCartao.rsPendencias
-SELECT VendaCartaoPorCupomFiscal.*
 FROM VendaCartaoPorCupomFiscal
 INNER JOIN CupomFiscal On CupomFiscal.Cd_PessoaUsuaria = VendaCartaoPorCupomFiscal.Cd_PessoaUsuaria
 And CupomFiscal.No_Impressora = VendaCartaoPorCupomFiscal.No_Impressora
