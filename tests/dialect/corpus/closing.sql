@@ -269,13 +269,13 @@ ORDER BY Dt_Termino, No_Contador, Cd_Abastecimento
 
 -- DALFecDiario.CorrigeProblemaIntervaloNosAbastecimentosDigitados (one fuelling)
 Update Abastecimento
-Set    No_EncerranteFechamento = 123456.7813
+Set    No_EncerranteFechamento = 123456.7800
 WHERE  Cd_Abastecimento = 4712
 
 -- DALFecDiario.CorrigeProblemaIntervaloNosAbastecimentosDigitados (one nozzle)
 Update Bomba
-SET    No_UltEncerrante = 123456.781,
-       No_UltEncerranteAutomacao = 123456.781
+SET    No_UltEncerrante = 123456.780,
+       No_UltEncerranteAutomacao = 123456.780
 WHERE  Cd_PessoaUsuaria = 1
 And    Cd_Bomba = 3
 
