@@ -42,9 +42,9 @@ inline constexpr std::int32_t kDataOverflow = erro_number(0x80040E57); // text t
 
 // What a database said about a failure, beside the provider's number.
 struct ProviderDetail {
-  std::string sqlstate;             // five characters, or empty where the engine has none
+  std::string sqlstate{};           // five characters, or empty where the engine has none
   std::int32_t native_code = 0;     // the engine's own code
-  std::string statement;            // the statement as the library composed it
+  std::string statement{};          // the statement as the library composed it
   bool connection_good = true;      // whether further statements can run on the connection
 };
 

@@ -1,0 +1,371 @@
+#include "posto/ado/recordset.h"
+
+#include "posto/ado/rows.h"
+#include "posto/types/erro.h"
+#include "posto/types/text.h"
+
+namespace posto {
+namespace {
+
+[[noreturn]] void raise(std::int32_t number, const std::string& what) { throw Erro(number, "ADODB.Recordset", what); }
+
+Variant converted(const Variant& value, SqlType type) {
+  if (value.is_null() || value.is_empty()) return Null{};
+  switch (type) {
+    case SqlType::bit: return value.as<bool>();
+    case SqlType::byte: return value.as<std::uint8_t>();
+    case SqlType::int16: return value.as<std::int16_t>();
+    case SqlType::int32: return value.as<std::int32_t>();
+    case SqlType::float32: return value.as<float>();
+    case SqlType::float64: return value.as<double>();
+    case SqlType::money: return value.as<Currency>();
+    case SqlType::date: return value.as<Date>();
+    case SqlType::text: break;
+  }
+  return value.is_text() ? value : Variant(value.as<std::string>());
+}
+
+bool is_table_name(std::string_view source) {
+  return !source.empty() && source.find_first_of(" \t\r\n") == std::string_view::npos && find_table(source) != nullptr;
+}
+
+}  // namespace
+
+struct Recordset::Rows : RowReader {
+  using RowReader::RowReader;
+};
+
+// Values that the caller wrote, and what is known of the current record beside its row.
+struct Recordset::Edit {
+  enum class State : std::uint8_t { none, pending, stored };
+  struct Slot {
+    State state = State::none;
+    Variant pending;
+    Variant stored;               // written by an earlier Update; counts when `has_stored`
+    bool has_stored = false;
+  };
+  std::vector<Slot> slots;
+  bool adding = false;            // AddNew, not yet Update
+  bool added = false;             // the current record is one that was added
+  bool changed = false;
+};
+
+Recordset::Recordset() = default;
+Recordset::Recordset(Recordset&&) noexcept = default;
+Recordset& Recordset::operator=(Recordset&&) noexcept = default;
+Recordset::~Recordset() = default;
+
+// --- opening and closing ------------------------------------------------------------------------------------------------
+
+void Recordset::ActiveConnection(std::shared_ptr<Connection> connection) {
+  if (open_ && connection) raise(erro::kObjectOpen, "O conjunto de registros está aberto");
+  if (open_ && CursorLocation != adUseClient) raise(erro::kNotSupported, "Só um cursor do cliente se desliga da conexão");
+  connection_ = std::move(connection);
+}
+
+void Recordset::Open() {
+  if (open_) raise(erro::kObjectOpen, "O conjunto de registros já está aberto");
+  if (!connection_) raise(erro::kConnectionInvalid, "O conjunto de registros não tem conexão");
+  std::string_view source = trim(Source);
+  Outcome outcome = is_table_name(source) ? connection_->engine().execute("SELECT * FROM " + std::string(source))
+                                          : connection_->engine().execute(Source);
+  if (outcome.cursor) begin_on(std::move(outcome.cursor), connection_);
+}
+
+void Recordset::begin_on(std::unique_ptr<Cursor> cursor, std::shared_ptr<Connection> connection) {
+  connection_ = std::move(connection);
+  shape_ = cursor->shared_shape();
+  bool keep = CursorLocation == adUseClient || CursorType != adOpenForwardOnly;
+  rows_ = std::make_unique<Rows>(std::move(cursor), keep);
+  edit_.reset();
+  open_ = true;
+  started_ = false;
+  if (CursorLocation == adUseClient) rows_->fetch_all();
+}
+
+void Recordset::Close() {
+  if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
+  rows_.reset();
+  edit_.reset();
+  open_ = false;
+}
+
+// --- moving -------------------------------------------------------------------------------------------------------------
+
+// The first question about the rows fetches the first of them.
+Recordset::Rows& Recordset::rows() {
+  if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
+  if (!started_) {
+    started_ = true;
+    rows_->next();
+  }
+  return *rows_;
+}
+
+bool Recordset::EOF() { return rows().behind_last(); }
+
+bool Recordset::BOF() {
+  Rows& r = rows();
+  return r.before_first() || (r.behind_last() && r.fetched() == 0);
+}
+
+void Recordset::leave_record() {
+  if (edit_ && (edit_->changed || edit_->adding)) Update();
+  edit_.reset();
+}
+
+void Recordset::MoveNext() {
+  if (rows().behind_last()) raise(erro::kNoCurrentRecord, "Não há mais registros");
+  leave_record();
+  rows_->next();
+}
+
+void Recordset::MovePrevious() {
+  require_kept();
+  if (rows().before_first()) raise(erro::kNoCurrentRecord, "Não há registro anterior");
+  leave_record();
+  rows_->previous();
+}
+
+void Recordset::MoveFirst() {
+  Rows& r = rows();
+  if (r.fetched() == 0) raise(erro::kNoCurrentRecord, "O conjunto de registros está vazio");
+  if (!r.keeps() && r.position() > 0) raise(erro::kNotSupported, "O cursor só anda para a frente");
+  leave_record();
+  if (r.keeps()) r.move_to(0);
+}
+
+void Recordset::MoveLast() {
+  require_kept();
+  Rows& r = rows();
+  leave_record();
+  r.fetch_all();
+  if (r.fetched() == 0) raise(erro::kNoCurrentRecord, "O conjunto de registros está vazio");
+  r.move_to(r.fetched() - 1);
+}
+
+void Recordset::require_kept() {
+  if (!rows().keeps()) raise(erro::kNotSupported, "O cursor só anda para a frente");
+}
+
+std::int32_t Recordset::RecordCount() {
+  Rows& r = rows();
+  return r.keeps() && r.exhausted() ? static_cast<std::int32_t>(r.fetched()) : -1;
+}
+
+// --- fields -------------------------------------------------------------------------------------------------------------
+
+const ResultShape& Recordset::shape() const {
+  if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
+  return *shape_;
+}
+
+std::size_t Recordset::field_count() const { return shape().columns().size(); }
+
+Field Recordset::Fields(std::size_t index) {
+  if (index >= field_count()) raise(erro::kNoSuchItem, "Não há o campo de número " + std::to_string(index));
+  return {*this, index};
+}
+
+Field Recordset::Fields(std::string_view name) {
+  int index = shape().find(name);
+  if (index < 0) raise(erro::kNoSuchItem, "Não há o campo " + std::string(name));
+  return {*this, static_cast<std::size_t>(index)};
+}
+
+const Cell& Recordset::cell(std::size_t index) {
+  if (!rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
+  return rows_->cell(index);
+}
+
+Variant Recordset::field_value(std::size_t index) {
+  if (edit_) {
+    const Edit::Slot& slot = edit_->slots[index];
+    if (slot.state == Edit::State::pending) return slot.pending;
+    if (slot.has_stored) return slot.stored;
+    if (edit_->adding || edit_->added) return Null{};
+  }
+  return cell_value(cell(index), shape_->columns()[index].type);
+}
+
+void Recordset::set_field(std::size_t index, const Variant& value) {
+  const ResultColumn& column = shape().columns()[index];
+  require_updatable();
+  bool adding = edit_ && edit_->adding;
+  if (!adding && !(edit_ && edit_->added) && !rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
+  if (!edit_) start_edit();
+  Edit::Slot& slot = edit_->slots[index];
+  slot.pending = converted(value, column.type);
+  slot.state = Edit::State::pending;
+  edit_->changed = true;
+}
+
+void Recordset::require_updatable() const {
+  if (LockType == adLockReadOnly || shape().updatable_table() == nullptr) {
+    raise(erro::kNotSupported, "O conjunto de registros não pode ser alterado");
+  }
+}
+
+void Recordset::start_edit() {
+  edit_ = std::make_unique<Edit>();
+  edit_->slots.resize(shape_->columns().size());
+}
+
+// --- writing ------------------------------------------------------------------------------------------------------------
+
+void Recordset::AddNew() {
+  require_updatable();
+  if (edit_ && (edit_->changed || edit_->adding)) Update();
+  start_edit();
+  edit_->adding = true;
+}
+
+void Recordset::Update() {
+  require_updatable();
+  if (!edit_ || (!edit_->adding && !edit_->changed)) return;
+  if (!connection_) raise(erro::kConnectionInvalid, "O conjunto de registros está desligado da conexão");
+  edit_->adding ? insert_pending() : update_pending();
+  for (Edit::Slot& slot : edit_->slots) {
+    if (slot.state != Edit::State::pending) continue;
+    slot.stored = std::move(slot.pending);
+    slot.has_stored = true;
+    slot.state = Edit::State::none;
+  }
+  edit_->added = edit_->added || edit_->adding;
+  edit_->adding = edit_->changed = false;
+}
+
+void Recordset::CancelUpdate() {
+  if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
+  if (!edit_) return;
+  if (edit_->adding) {
+    edit_.reset();
+    return;
+  }
+  for (Edit::Slot& slot : edit_->slots) slot.state = Edit::State::none;
+  edit_->changed = false;
+}
+
+// What makes a kept write the same: the shape and, for each of its columns, a letter.
+std::string Recordset::write_key(char kind) const {
+  std::string key(1, kind);
+  const ResultShape* address = shape_.get();
+  key.append(reinterpret_cast<const char*>(&address), sizeof address);
+  key.append(shape_->columns().size(), '-');
+  return key;
+}
+
+namespace {
+
+constexpr std::size_t kKeyHead = 1 + sizeof(void*);
+
+std::string insert_statement(const ResultShape& shape, std::string_view letters) {
+  const Table& table = *shape.updatable_table();
+  std::string columns, marks;
+  auto add = [&](std::string_view name, std::string_view mark) {
+    columns += (columns.empty() ? "" : ", ") + std::string(name);
+    marks += (marks.empty() ? "" : ", ") + std::string(mark);
+  };
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    if (letters[i] == 's') add(shape.columns()[i].column->name, "?");
+  }
+  for (const Column& c : table.columns) {   // a record without a value still needs a column to name
+    if (columns.empty() && c.nullable) add(c.name, "NULL");
+  }
+  return "INSERT INTO " + std::string(table.name) + " (" + columns + ") VALUES (" + marks + ")";
+}
+
+std::string update_statement(const ResultShape& shape, std::string_view letters) {
+  std::string sets, where;
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    const Column& column = *shape.columns()[i].column;
+    const std::string name(column.name);
+    bool set = letters[i] == 's' || letters[i] == 'n';
+    if (set) sets += (sets.empty() ? "" : ", ") + name + " = ?";
+    if (!set && !column.key) continue;
+    where += where.empty() ? "" : " AND ";
+    where += letters[i] == 'n' ? name + " IS NULL" : name + " = ?";
+  }
+  return "UPDATE " + std::string(shape.updatable_table()->name) + " SET " + sets + " WHERE " + where;
+}
+
+}  // namespace
+
+std::shared_ptr<PreparedStatement> Recordset::kept_write(const std::string& key, Compose compose) {
+  Engine& engine = connection_->engine();
+  Connection::KeptWrite& kept = connection_->kept_write(key);
+  if (!kept.statement) {
+    kept.statement = engine.prepare(compose(*shape_, std::string_view(key).substr(kKeyHead)));
+    kept.shape = shape_;
+  }
+  return kept.statement;
+}
+
+void Recordset::insert_pending() {
+  std::string key = write_key('i');
+  std::vector<const Variant*> values;
+  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
+    if (edit_->slots[i].state != Edit::State::pending) continue;
+    key[kKeyHead + i] = 's';
+    values.push_back(&edit_->slots[i].pending);
+  }
+  auto statement = kept_write(key, insert_statement);
+  statement->run(values);
+  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
+    if (!shape_->columns()[i].column->identity) continue;
+    edit_->slots[i].stored = connection_->engine().last_identity();
+    edit_->slots[i].has_stored = true;
+  }
+}
+
+void Recordset::update_pending() {
+  std::string key = write_key('u');
+  std::vector<Variant> former(edit_->slots.size());
+  std::vector<const Variant*> values, conditions;
+  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
+    const Column& column = *shape_->columns()[i].column;
+    Edit::Slot& slot = edit_->slots[i];
+    bool pending = slot.state == Edit::State::pending;
+    if (!pending && !column.key) continue;
+    former[i] = former_value(i);
+    bool changed = pending && former[i] != slot.pending;
+    if (changed) {
+      values.push_back(&slot.pending);
+      key[kKeyHead + i] = former[i].is_null() ? 'n' : 's';
+    }
+    if ((changed || column.key) && !former[i].is_null()) conditions.push_back(&former[i]);
+  }
+  if (values.empty()) return;
+  values.insert(values.end(), conditions.begin(), conditions.end());
+  auto statement = kept_write(key, update_statement);
+  if (statement->run(values).affected == 0) {
+    raise(erro::kRowNotFound, "O registro foi alterado ou excluído desde a leitura (" +
+                                  std::string(shape_->updatable_table()->name) + ")");
+  }
+}
+
+// The value that the database holds, as far as this record set knows.
+Variant Recordset::former_value(std::size_t index) {
+  const Edit::Slot& slot = edit_->slots[index];
+  if (slot.has_stored) return slot.stored;
+  if (edit_->added) return Null{};
+  return cell_value(cell(index), shape_->columns()[index].type);
+}
+
+// --- Field --------------------------------------------------------------------------------------------------------------
+
+const std::string& Field::Name() const { return set_->shape().columns()[index_].name; }
+SqlType Field::type() const { return set_->shape().columns()[index_].type; }
+std::uint16_t Field::width() const { return set_->shape().columns()[index_].width; }
+Variant Field::Value() const { return set_->field_value(index_); }
+bool Field::is_null() const { return set_->field_value(index_).is_null(); }
+void Field::Value(const Variant& value) const { set_->set_field(index_, value); }
+
+Variant Field::Properties(std::string_view name) const {
+  const ResultColumn& column = set_->shape().columns()[index_];
+  if (equal_names(name, "OCTETLENGTH")) return std::int32_t{column.type == SqlType::text ? column.width : std::uint16_t{0}};
+  if (equal_names(name, "ISAUTOINCREMENT")) return column.column != nullptr && column.column->identity;
+  raise(erro::kNoSuchItem, "O campo não tem a propriedade " + std::string(name));
+}
+
+}  // namespace posto

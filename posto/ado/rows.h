@@ -1,0 +1,61 @@
+// The rows behind a record set.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "posto/engines/engine.h"
+
+namespace posto {
+
+// Texts in few large pieces of memory, kept until the arena goes.
+class TextArena {
+ public:
+  std::string_view keep(std::string_view text);
+
+ private:
+  static constexpr std::size_t kPiece = 64 * 1024;
+  std::vector<std::unique_ptr<char[]>> pieces_;
+  std::size_t left_ = 0;
+  char* next_ = nullptr;
+};
+
+// Reads a cursor row by row, forward only or keeping what it has read.
+class RowReader {
+ public:
+  RowReader(std::unique_ptr<Cursor> cursor, bool keep);
+
+  bool keeps() const { return keep_; }
+  bool on_row() const { return position_ >= 0 && !behind_; }
+  bool before_first() const { return position_ < 0; }
+  bool behind_last() const { return behind_; }
+  bool exhausted() const { return cursor_ == nullptr; }
+  std::int64_t position() const { return position_; }
+  std::int64_t fetched() const { return fetched_; }
+
+  void next();                  // to the next row, or behind the last
+  void previous();              // of kept rows
+  void move_to(std::int64_t row);   // of kept rows; behind the last when there is none
+  void fetch_all();             // reads the rest and lets the cursor go; of kept rows
+  const Cell& cell(std::size_t column) const { return current_[column]; }
+
+ private:
+  bool fetch();
+  void show(std::int64_t row);
+
+  std::unique_ptr<Cursor> cursor_;
+  bool keep_;
+  std::size_t width_;
+  std::vector<Cell> row_;       // the row that the cursor stands on
+  std::vector<Cell> kept_;
+  TextArena texts_;
+  const Cell* current_ = nullptr;
+  std::int64_t position_ = -1;
+  std::int64_t fetched_ = 0;
+  bool behind_ = false;
+};
+
+}  // namespace posto

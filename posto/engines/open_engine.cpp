@@ -1,0 +1,12 @@
+#include "posto/engines/engine.h"
+#include "posto/engines/sqlite/sqlite_engine.h"
+
+namespace posto {
+
+std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds, bool create) {
+  constexpr std::string_view kScheme = "sqlite:";
+  if (connection_string.starts_with(kScheme)) connection_string.remove_prefix(kScheme.size());
+  return std::make_shared<sqlite::SqliteEngine>(std::string(connection_string), timeout_seconds, create);
+}
+
+}  // namespace posto

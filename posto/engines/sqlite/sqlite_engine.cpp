@@ -1,0 +1,368 @@
+#include "posto/engines/sqlite/sqlite_engine.h"
+
+#include <algorithm>
+#include <climits>
+#include <deque>
+#include <utility>
+
+#include "posto/engines/sqlite/cursors.h"
+#include "posto/engines/sqlite/failures.h"
+#include "posto/engines/sqlite/functions.h"
+#include "posto/services/clock.h"
+#include "posto/tsql/bound_value.h"
+#include "posto/tsql/sqlite_ddl.h"
+
+namespace posto::sqlite {
+namespace {
+
+// Marks the file as a station's database, so that another program's file is told apart. "PSTO" in hexadecimal.
+constexpr int kApplicationId = 0x5053544F;
+
+// Called by SQLite now and then while a statement runs; not 0 ends it.
+int still_in_time(void* user) {
+  auto& session = *static_cast<Session*>(user);
+  if (session.command_timeout == 0) return 0;
+  auto now = std::chrono::steady_clock::now();
+  if (!session.running_since) session.running_since = now;
+  return now - *session.running_since > std::chrono::seconds(session.command_timeout);
+}
+
+std::int64_t single_integer(sqlite3* database, const char* sql) {
+  sqlite3_stmt* statement = nullptr;
+  std::int64_t value = -1;
+  if (sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) == SQLITE_OK && sqlite3_step(statement) == SQLITE_ROW) {
+    value = sqlite3_column_int64(statement, 0);
+  }
+  sqlite3_finalize(statement);
+  return value;
+}
+
+}  // namespace
+
+SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds, bool create) : cache_(session_) {
+  int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
+  int code = sqlite3_open_v2(path.c_str(), &database_, flags, nullptr);
+  auto refuse = [&](const std::string& why) {
+    sqlite3_close_v2(database_);
+    throw Erro(erro::kProviderFailure, "SQLite", "Não foi possível abrir o banco " + path + ": " + why);
+  };
+  if (code != SQLITE_OK) refuse(database_ == nullptr ? "sem memória" : sqlite3_errmsg(database_));
+  sqlite3_extended_result_codes(database_, 1);
+  sqlite3_busy_timeout(database_, timeout_seconds > 0 ? timeout_seconds * 1000 : INT_MAX);
+  std::int64_t id = single_integer(database_, "PRAGMA application_id");
+  if (id == -1) refuse(sqlite3_errmsg(database_));
+  if (!create && id != kApplicationId) refuse("o arquivo não é um banco do posto");
+  cache_.use(database_);
+  register_functions(database_, session_);
+  sqlite3_progress_handler(database_, 10'000, still_in_time, &session_);
+  try {
+    run_own("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; PRAGMA cache_size = -32000;");
+  } catch (const Erro& e) {
+    cache_.clear();
+    refuse(e.description());
+  }
+}
+
+SqliteEngine::~SqliteEngine() {
+  cache_.clear();
+  sqlite3_close_v2(database_);
+}
+
+void SqliteEngine::run_own(const char* sql) {
+  if (sqlite3_exec(database_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) raise_failure(database_, session_, sql);
+}
+
+void SqliteEngine::create_schema() {
+  std::string mark = "PRAGMA application_id = " + std::to_string(kApplicationId) + "; PRAGMA user_version = 1;";
+  begin();
+  try {
+    for (const Table& table : all_tables()) {
+      run_own(tsql::sqlite_create_table(table).c_str());
+      for (const std::string& index : tsql::sqlite_create_indexes(table)) run_own(index.c_str());
+    }
+    run_own(mark.c_str());
+    commit();
+  } catch (const Erro&) {
+    rollback();
+    throw;
+  }
+}
+
+// The rows of a prepared statement, read as they are asked for.
+class SqliteEngine::RunningCursor final : public Cursor {
+ public:
+  RunningCursor(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<KeptBatch> batch, KeptStatement& statement,
+                sqlite3_stmt* prepared, std::string_view text)
+      : engine_(std::move(engine)), batch_(std::move(batch)), statement_(statement), prepared_(prepared) {
+    if (engine_->observer_) report_ = std::make_unique<Report>(std::string(text));
+  }
+  ~RunningCursor() override {
+    statement_.give_back(prepared_);
+    if (report_ && engine_->observer_) {
+      engine_->observer_({report_->text, statement_.compiled().text, report_->spent, report_->rows});
+    }
+  }
+
+  const ResultShape& shape() const override { return *statement_.shape(); }
+  std::shared_ptr<const ResultShape> shared_shape() const override { return statement_.shape(); }
+
+  bool next(std::span<Cell> row) override {
+    if (done_) return false;
+    auto started = report_ ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
+    int code = sqlite3_step(prepared_);
+    if (report_) {
+      report_->spent += std::chrono::steady_clock::now() - started;
+      report_->rows += code == SQLITE_ROW;
+    }
+    if (code != SQLITE_ROW) {
+      done_ = true;
+      if (code == SQLITE_DONE) return false;
+      raise_failure(engine_->database_, engine_->session_, statement_.compiled().text);
+    }
+    read_row(prepared_, shape(), row);
+    return true;
+  }
+
+ private:
+  struct Report {
+    explicit Report(std::string statement) : text(std::move(statement)) {}
+    std::string text;
+    std::chrono::nanoseconds spent{};
+    std::int64_t rows = 0;
+  };
+  std::shared_ptr<SqliteEngine> engine_;
+  std::shared_ptr<KeptBatch> batch_;
+  KeptStatement& statement_;
+  sqlite3_stmt* prepared_;
+  std::unique_ptr<Report> report_;
+  bool done_ = false;
+};
+
+// Rows that were read before the batch went on.
+class SqliteEngine::BufferedCursor final : public Cursor {
+ public:
+  explicit BufferedCursor(Cursor& from) : shape_(from.shared_shape()) {
+    std::vector<Cell> row(shape_->columns().size());
+    while (from.next(row)) {
+      for (Cell& cell : row) {
+        if (!cell.null && cell.text.data() != nullptr) cell.text = texts_.emplace_back(cell.text);
+        cells_.push_back(cell);
+      }
+    }
+  }
+  const ResultShape& shape() const override { return *shape_; }
+  std::shared_ptr<const ResultShape> shared_shape() const override { return shape_; }
+  bool next(std::span<Cell> row) override {
+    if (at_ == cells_.size()) return false;
+    std::copy_n(cells_.begin() + static_cast<std::ptrdiff_t>(at_), row.size(), row.begin());
+    at_ += row.size();
+    return true;
+  }
+
+ private:
+  std::shared_ptr<const ResultShape> shape_;
+  std::deque<std::string> texts_;
+  std::vector<Cell> cells_;
+  std::size_t at_ = 0;
+};
+
+// --- running ------------------------------------------------------------------------------------------------------------
+
+std::shared_ptr<KeptBatch> SqliteEngine::compiled(std::string_view batch) {
+  shape_.read(batch);
+  try {
+    return cache_.find(batch, shape_);
+  } catch (const Erro& e) {
+    throw Erro(e.number(), "SQLite", e.description(), {.statement = std::string(batch)});
+  }
+}
+
+Outcome SqliteEngine::execute(std::string_view batch) { return run(compiled(batch), batch, {}); }
+
+Outcome SqliteEngine::run(const std::shared_ptr<KeptBatch>& batch, std::string_view text,
+                          std::span<const Variant* const> markers) {
+  Outcome outcome;
+  auto& statements = batch->statements;
+  for (std::size_t i = 0; i < statements.size(); ++i) {
+    KeptStatement& statement = statements[i];
+    const tsql::CompiledStatement& compiled = statement.compiled();
+    std::string_view own_text = text.substr(compiled.position, compiled.end - compiled.position);
+    if (compiled.kind == tsql::StatementKind::set_date_format) {
+      session_.date_order = tsql::DateOrder::of(compiled.date_format);
+    } else if (compiled.kind != tsql::StatementKind::select) {
+      outcome.affected = run_writing(statement, own_text, markers);
+    } else {
+      outcome.cursor = start(batch, statement, own_text, markers);
+      bool last = i + 1 == statements.size();
+      if (!last) outcome.cursor = std::make_unique<BufferedCursor>(*outcome.cursor);
+    }
+  }
+  return outcome;
+}
+
+void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement,
+                        std::span<const Variant* const> markers) {
+  tsql::BoundValue value;
+  int place = 0;
+  for (const tsql::Parameter& p : statement.parameters) {
+    ++place;
+    switch (p.from) {
+      case tsql::Parameter::From::literal: bind_literal(shape_.literals[p.ordinal], p, session_.date_order, value); break;
+      case tsql::Parameter::From::marker:
+        if (p.ordinal >= markers.size()) throw Erro(erro::kSyntax, "tsql", "Falta o valor de um parâmetro (?)");
+        bind_variant(*markers[p.ordinal], p, session_.date_order, value);
+        break;
+      case tsql::Parameter::From::now: bind_date(clock_now(), value); break;
+      case tsql::Parameter::From::last_identity: bind_variant(last_identity(), p, session_.date_order, value); break;
+    }
+    switch (value.kind) {
+      case tsql::BoundValue::Kind::null: sqlite3_bind_null(prepared, place); break;
+      case tsql::BoundValue::Kind::integer: sqlite3_bind_int64(prepared, place, value.integer); break;
+      case tsql::BoundValue::Kind::real: sqlite3_bind_double(prepared, place, value.real); break;
+      case tsql::BoundValue::Kind::text:
+        sqlite3_bind_text64(prepared, place, value.text.data(), value.text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        break;
+    }
+  }
+}
+
+namespace {
+
+// A prepared statement while it runs; given back when the lease ends.
+class Lease {
+ public:
+  explicit Lease(KeptStatement& statement) : statement_(statement), prepared_(statement.take()) {}
+  ~Lease() {
+    if (prepared_ != nullptr) statement_.give_back(prepared_);
+  }
+  Lease(const Lease&) = delete;
+  Lease& operator=(const Lease&) = delete;
+  sqlite3_stmt* get() const { return prepared_; }
+  sqlite3_stmt* release() { return std::exchange(prepared_, nullptr); }
+
+ private:
+  KeptStatement& statement_;
+  sqlite3_stmt* prepared_;
+};
+
+[[noreturn]] void raise_with_statement(const Erro& e, std::string_view statement) {
+  throw Erro(e.number(), "SQLite", e.description(), {.statement = std::string(statement)});
+}
+
+}  // namespace
+
+std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_view text,
+                                       std::span<const Variant* const> markers) {
+  const tsql::CompiledStatement& compiled = statement.compiled();
+  auto started = observer_ ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
+  session_.running_since.reset();
+  Lease lease(statement);
+  if (lease.get() == nullptr) raise_failure(database_, session_, text);
+  try {
+    bind(lease.get(), compiled, markers);
+  } catch (const Erro& e) {
+    raise_with_statement(e, text);
+  }
+  int code = sqlite3_step(lease.get());
+  if (code != SQLITE_DONE && code != SQLITE_ROW) {
+    sqlite3_reset(lease.get());
+    raise_failure(database_, session_, text);
+  }
+  std::int64_t rows = compiled.kind == tsql::StatementKind::create_table ? 0 : sqlite3_changes64(database_);
+  if (compiled.kind == tsql::StatementKind::insert && compiled.target->identity() != nullptr && rows > 0) {
+    session_.last_identity = sqlite3_last_insert_rowid(database_);
+  }
+  if (compiled.creates) session_.temporary_tables.push_back(compiled.creates);
+  if (observer_) observer_({text, compiled.text, std::chrono::steady_clock::now() - started, rows});
+  return rows;
+}
+
+std::unique_ptr<Cursor> SqliteEngine::start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement,
+                                            std::string_view text, std::span<const Variant* const> markers) {
+  session_.running_since.reset();
+  Lease lease(statement);
+  if (lease.get() == nullptr) raise_failure(database_, session_, text);
+  try {
+    bind(lease.get(), statement.compiled(), markers);
+  } catch (const Erro& e) {
+    raise_with_statement(e, text);
+  }
+  return std::make_unique<RunningCursor>(shared_from_this(), batch, statement, lease.release(), text);
+}
+
+class SqliteEngine::Prepared final : public PreparedStatement {
+ public:
+  Prepared(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<KeptBatch> batch, std::string_view text)
+      : engine_(std::move(engine)), batch_(std::move(batch)), text_(text) {
+    literals_.read(text_);
+  }
+  Outcome run(std::span<const Variant* const> values) override {
+    std::swap(engine_->shape_, literals_);
+    struct Back {
+      Prepared& self;
+      ~Back() { std::swap(self.engine_->shape_, self.literals_); }
+    } back{*this};
+    return engine_->run(batch_, text_, values);
+  }
+
+ private:
+  std::shared_ptr<SqliteEngine> engine_;
+  std::shared_ptr<KeptBatch> batch_;
+  std::string text_;
+  tsql::Shape literals_;
+};
+
+std::shared_ptr<PreparedStatement> SqliteEngine::prepare(std::string_view statement) {
+  return std::make_shared<Prepared>(shared_from_this(), compiled(statement), statement);
+}
+
+std::string SqliteEngine::explain(std::string_view statement) {
+  std::string plan;
+  auto batch = compiled(statement);
+  for (KeptStatement& kept : batch->statements) {
+    std::string sql = "EXPLAIN QUERY PLAN " + kept.compiled().text;
+    sqlite3_stmt* prepared = nullptr;
+    if (sqlite3_prepare_v2(database_, sql.c_str(), -1, &prepared, nullptr) != SQLITE_OK) {
+      raise_failure(database_, session_, statement);
+    }
+    while (sqlite3_step(prepared) == SQLITE_ROW) {
+      plan += reinterpret_cast<const char*>(sqlite3_column_text(prepared, 3));
+      plan += '\n';
+    }
+    sqlite3_finalize(prepared);
+  }
+  return plan;
+}
+
+Variant SqliteEngine::last_identity() const {
+  if (!session_.last_identity) return Null{};
+  return static_cast<std::int32_t>(*session_.last_identity);
+}
+
+void SqliteEngine::set_command_timeout(std::int32_t seconds) {
+  if (seconds == session_.command_timeout) return;
+  session_.command_timeout = seconds;
+  sqlite3_busy_timeout(database_, seconds > 0 ? seconds * 1000 : INT_MAX);
+}
+
+// --- transactions -------------------------------------------------------------------------------------------------------
+
+void SqliteEngine::begin() {
+  run_own("BEGIN IMMEDIATE");
+  tables_at_begin_ = session_.temporary_tables.size();
+}
+
+void SqliteEngine::commit() { run_own("COMMIT"); }
+
+void SqliteEngine::rollback() {
+  run_own("ROLLBACK");
+  forget_rolled_back_tables();
+}
+
+void SqliteEngine::forget_rolled_back_tables() {
+  if (session_.temporary_tables.size() == tables_at_begin_) return;
+  session_.temporary_tables.resize(tables_at_begin_);
+  cache_.clear();
+}
+
+}  // namespace posto::sqlite

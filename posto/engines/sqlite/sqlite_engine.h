@@ -1,0 +1,58 @@
+// The embedded engine: one file, one computer.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+
+#include "posto/engines/engine.h"
+#include "posto/engines/sqlite/statement_cache.h"
+
+namespace posto::sqlite {
+
+// Every commit is on the disk before it returns (write-ahead log, full synchronisation), and other processes may read and
+// write the same file. Only text that the dialect's compiler wrote reaches SQLite.
+class SqliteEngine final : public Engine, public std::enable_shared_from_this<SqliteEngine> {
+ public:
+  // Opens a file; with `create` makes it when it does not stand there. ":memory:" is a database of its own.
+  // Raises 0x80004005.
+  SqliteEngine(const std::string& path, std::int32_t timeout_seconds, bool create);
+  ~SqliteEngine() override;
+
+  std::string_view name() const override { return "SQLite"; }
+  Outcome execute(std::string_view batch) override;
+  std::shared_ptr<PreparedStatement> prepare(std::string_view statement) override;
+  std::string explain(std::string_view statement) override;
+  Variant last_identity() const override;
+  void begin() override;
+  void commit() override;
+  void rollback() override;
+  bool in_transaction() const override { return sqlite3_get_autocommit(database_) == 0; }
+  void set_command_timeout(std::int32_t seconds) override;
+  void set_observer(StatementObserver observer) override { observer_ = std::move(observer); }
+  void create_schema() override;
+
+ private:
+  class RunningCursor;
+  class BufferedCursor;
+  class Prepared;
+
+  std::shared_ptr<KeptBatch> compiled(std::string_view batch);
+  Outcome run(const std::shared_ptr<KeptBatch>& batch, std::string_view text, std::span<const Variant* const> markers);
+  std::unique_ptr<Cursor> start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement, std::string_view text,
+                                std::span<const Variant* const> markers);
+  std::int64_t run_writing(KeptStatement& statement, std::string_view text, std::span<const Variant* const> markers);
+  void bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::span<const Variant* const> markers);
+  void run_own(const char* sql);
+  void forget_rolled_back_tables();
+
+  sqlite3* database_ = nullptr;
+  Session session_;
+  StatementCache cache_;
+  tsql::Shape shape_;                  // of the text under way; keeps its memory
+  std::size_t tables_at_begin_ = 0;    // temporary tables that stood when the transaction began
+  StatementObserver observer_;
+};
+
+}  // namespace posto::sqlite

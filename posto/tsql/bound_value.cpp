@@ -1,0 +1,227 @@
+#include "posto/tsql/bound_value.h"
+
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+#include "posto/tsql/types.h"
+#include "posto/types/erro.h"
+#include "posto/types/rounding.h"
+#include "posto/types/text.h"
+
+namespace posto::tsql {
+namespace {
+
+std::string place(const Parameter& p) {
+  if (p.column == nullptr) return {};
+  return " em " + std::string(p.table->name) + "." + std::string(p.column->name);
+}
+
+[[noreturn]] void out_of_range(std::string_view value, const Parameter& p) {
+  throw Erro(erro::kDataOverflow, "tsql", "O valor " + std::string(value) + " não cabe" + place(p));
+}
+
+[[noreturn]] void not_convertible(std::string_view value, std::string_view kind, const Parameter& p) {
+  throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(value) + "' não é " + std::string(kind) + place(p));
+}
+
+std::optional<double> parse_real(std::string_view text) {
+  if (text.starts_with('+')) text.remove_prefix(1);
+  double value = 0;
+  auto [behind, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc{} || behind != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+// A number in ten-thousandths. `exact` tells whether nothing was cut off behind the fourth decimal; the fifth decimal
+// rounds half away from zero.
+std::optional<std::int64_t> parse_scaled(std::string_view text, bool& exact) {
+  exact = true;
+  bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  std::int64_t scaled = 0;
+  int decimals = -1;   // -1 before the point
+  bool up = false, any = false;
+  for (char c : text) {
+    if (c == '.' && decimals < 0) {
+      decimals = 0;
+      continue;
+    }
+    if (c < '0' || c > '9') return std::nullopt;
+    any = true;
+    if (decimals >= 4) {
+      if (decimals == 4) up = c >= '5';
+      exact = exact && c == '0';
+      ++decimals;
+      continue;
+    }
+    if (decimals >= 0) ++decimals;
+    if (__builtin_mul_overflow(scaled, 10, &scaled) || __builtin_add_overflow(scaled, c - '0', &scaled)) return std::nullopt;
+  }
+  if (!any) return std::nullopt;
+  for (int d = decimals < 0 ? 0 : decimals; d < 4; ++d) {
+    if (__builtin_mul_overflow(scaled, 10, &scaled)) return std::nullopt;
+  }
+  if (up) ++scaled;
+  return negative ? -scaled : scaled;
+}
+
+void set_integer(BoundValue& out, std::int64_t value) {
+  out.kind = BoundValue::Kind::integer;
+  out.integer = value;
+}
+
+void set_real(BoundValue& out, double value) {
+  out.kind = BoundValue::Kind::real;
+  out.real = value;
+}
+
+void set_text(BoundValue& out, std::string_view value) {
+  out.kind = BoundValue::Kind::text;
+  out.text = value;
+}
+
+double real_of(const Literal& literal, const Parameter& p) {
+  auto value = parse_real(literal.raw);
+  if (!value) out_of_range(literal.raw, p);
+  return p.negative ? -*value : *value;
+}
+
+void money_literal(const Literal& literal, const Parameter& p, BoundValue& out) {
+  bool exact = true;
+  auto scaled = parse_scaled(literal.raw, exact);
+  if (literal.kind == LiteralKind::floating || (!exact && p.compared)) {
+    double value = real_of(literal, p) * static_cast<double>(Currency::kScale);
+    if (p.compared) return set_real(out, value);
+    scaled = std::abs(value) < 9.2e18 ? std::optional(std::llround(value)) : std::nullopt;
+    return scaled ? set_integer(out, *scaled) : out_of_range(literal.raw, p);
+  }
+  if (!scaled) {
+    if (p.compared) return set_real(out, real_of(literal, p) * static_cast<double>(Currency::kScale));
+    out_of_range(literal.raw, p);
+  }
+  set_integer(out, p.negative ? -*scaled : *scaled);
+}
+
+void integer_literal(const Literal& literal, const Parameter& p, BoundValue& out) {
+  std::int64_t value = 0;
+  if (literal.kind == LiteralKind::integer) {
+    std::from_chars(literal.raw.data(), literal.raw.data() + literal.raw.size(), value);
+    return set_integer(out, p.negative ? -value : value);
+  }
+  double real = real_of(literal, p);
+  bool whole = real == std::trunc(real) && std::abs(real) < 9e15;
+  if (p.compared && !whole) return set_real(out, real);
+  if (std::abs(real) >= 9e15) out_of_range(literal.raw, p);
+  set_integer(out, static_cast<std::int64_t>(real));   // what is behind the point is cut off
+}
+
+void text_as(std::string_view text, const Parameter& p, const DateOrder& order, BoundValue& out) {
+  try {
+    switch (p.type) {
+      case SqlType::bit: return set_integer(out, text_to_integer(text) != 0);
+      case SqlType::byte:
+      case SqlType::int16:
+      case SqlType::int32: return set_integer(out, text_to_integer(text));
+      case SqlType::money: return set_integer(out, text_to_money(text).scaled());
+      case SqlType::float32: return set_real(out, static_cast<float>(text_to_real(text)));
+      case SqlType::float64: return set_real(out, text_to_real(text));
+      case SqlType::text: return set_text(out, text);
+      case SqlType::date: break;
+    }
+  } catch (const Erro&) {
+    not_convertible(text, "um número", p);
+  }
+  auto date = read_date(text, order);
+  if (!date) not_convertible(text, "uma data", p);
+  bind_date(*date, out);
+}
+
+}  // namespace
+
+void bind_date(Date date, BoundValue& out) {
+  std::size_t length = date.write_iso(out.date.data());
+  set_text(out, {out.date.data(), length});
+}
+
+void bind_literal(const Literal& literal, const Parameter& p, const DateOrder& order, BoundValue& out) {
+  if (literal.kind == LiteralKind::text) {
+    if (literal.raw.find('\'') == std::string_view::npos) return text_as(literal.raw, p, order, out);
+    out.own = literal.text();
+    return text_as(out.own, p, order, out);
+  }
+  switch (p.type) {
+    case SqlType::bit: return set_integer(out, real_of(literal, p) != 0);
+    case SqlType::byte:
+    case SqlType::int16:
+    case SqlType::int32: return integer_literal(literal, p, out);
+    case SqlType::money: return money_literal(literal, p, out);
+    case SqlType::float32: return set_real(out, static_cast<float>(real_of(literal, p)));
+    case SqlType::float64: return set_real(out, real_of(literal, p));
+    case SqlType::date: {
+      double days = std::trunc(real_of(literal, p));
+      if (days < -53690 || days > 2958463) out_of_range(literal.raw, p);   // 1753-01-01 to 9999-12-31
+      return bind_date(Date::of_day(1900, 1, 1).plus_days(static_cast<std::int64_t>(days)), out);
+    }
+    case SqlType::text:
+      out.own = p.negative ? "-" + std::string(literal.raw) : std::string(literal.raw);
+      return set_text(out, out.own);
+  }
+}
+
+void bind_variant(const Variant& value, const Parameter& p, const DateOrder& order, BoundValue& out) {
+  if (value.is_null() || value.is_empty()) {
+    out.kind = BoundValue::Kind::null;
+    return;
+  }
+  if (value.is_text()) return text_as(value.held<std::string>(), p, order, out);
+  try {
+    switch (p.type) {
+      case SqlType::bit: return set_integer(out, value.as<bool>());
+      case SqlType::byte:
+      case SqlType::int16:
+      case SqlType::int32: return set_integer(out, value.as<std::int32_t>());
+      case SqlType::money: return set_integer(out, value.as<Currency>().scaled());
+      case SqlType::float32: return set_real(out, value.as<float>());
+      case SqlType::float64: return set_real(out, value.as<double>());
+      case SqlType::date: return bind_date(value.as<Date>(), out);
+      case SqlType::text: break;
+    }
+  } catch (const Erro& e) {
+    if (e.number() == erro::kOverflow) out_of_range(value.as<std::string>(), p);
+    not_convertible(value.as<std::string>(), type_name(p.type), p);
+  }
+  out.own = value.as<std::string>();
+  set_text(out, out.own);
+}
+
+std::int64_t text_to_integer(std::string_view text) {
+  std::string_view digits = trim(text);
+  if (digits.empty()) return 0;
+  if (digits.starts_with('+')) digits.remove_prefix(1);
+  std::int32_t value = 0;
+  auto [behind, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (error == std::errc::result_out_of_range) throw Erro(erro::kDataOverflow, "tsql", "O número " + std::string(text) + " não cabe em int");
+  if (error != std::errc{} || behind != digits.data() + digits.size()) {
+    throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text) + "' não é um número inteiro");
+  }
+  return value;
+}
+
+Currency text_to_money(std::string_view text) {
+  std::string_view digits = trim(text);
+  bool exact = true;
+  auto scaled = digits.empty() ? std::optional<std::int64_t>(0) : parse_scaled(digits, exact);
+  if (!scaled) throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text) + "' não é um valor");
+  return Currency::of_scaled(*scaled);
+}
+
+double text_to_real(std::string_view text) {
+  std::string_view digits = trim(text);
+  if (digits.empty()) return 0;
+  auto value = parse_real(digits);
+  if (!value) throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text) + "' não é um número");
+  return *value;
+}
+
+}  // namespace posto::tsql

@@ -1,0 +1,102 @@
+#include "posto/tsql/sqlite_ddl.h"
+
+#include <fmt/format.h>
+
+#include "posto/types/text.h"
+
+namespace posto::tsql {
+namespace {
+
+std::string_view storage(SqlType type) {
+  switch (type) {
+    case SqlType::float32:
+    case SqlType::float64: return "REAL";
+    case SqlType::date:
+    case SqlType::text: return "TEXT";
+    default: return "INTEGER";
+  }
+}
+
+// What the column's values must keep to, and how a person reads it; empty for types without limits.
+std::pair<std::string, std::string> limit(const Column& column) {
+  const std::string name = sqlite_name(column.name);
+  auto range = [&](std::string_view low, std::string_view high) {
+    return std::pair(fmt::format("{} BETWEEN {} AND {}", name, low, high), fmt::format("de {} a {}", low, high));
+  };
+  switch (column.type) {
+    case SqlType::bit: return range("0", "1");
+    case SqlType::byte: return range("0", "255");
+    case SqlType::int16: return range("-32768", "32767");
+    case SqlType::int32: return range("-2147483648", "2147483647");
+    case SqlType::text:
+      if (column.width == 0) return {};
+      return {fmt::format("length({}) <= {}", name, column.width), fmt::format("{} caracteres", column.width)};
+    default: return {};
+  }
+}
+
+std::string column_line(const Table& table, const Column& column) {
+  std::string line = fmt::format("{} {}", sqlite_name(column.name), storage(column.type));
+  if (column.identity) return line + " PRIMARY KEY AUTOINCREMENT";
+  if (column.type == SqlType::text) line += fmt::format(" COLLATE {}", kSqliteCollation);
+  if (!column.nullable) line += " NOT NULL";
+  if (!column.default_value.empty()) line += fmt::format(" DEFAULT {}", column.default_value);
+  auto [check, shown] = limit(column);
+  if (!check.empty()) {
+    line += fmt::format(" CONSTRAINT {} CHECK ({})", sqlite_name(fmt::format("{}.{}: {}", table.name, column.name, shown)), check);
+  }
+  return line;
+}
+
+std::string key_columns(const Table& table) {
+  std::string keys;
+  for (const Column& column : table.columns) {
+    if (column.key) keys += (keys.empty() ? "" : ", ") + sqlite_name(column.name);
+  }
+  return keys;
+}
+
+std::string name_list(std::string_view columns) {
+  std::string list;
+  while (!columns.empty()) {
+    std::size_t comma = columns.find(',');
+    list += (list.empty() ? "" : ", ") + sqlite_name(trim(columns.substr(0, comma)));
+    columns = comma == std::string_view::npos ? std::string_view() : columns.substr(comma + 1);
+  }
+  return list;
+}
+
+}  // namespace
+
+std::string sqlite_name(std::string_view name) {
+  std::string quoted = "\"";
+  for (char c : name) {
+    quoted += c;
+    if (c == '"') quoted += c;
+  }
+  return quoted + '"';
+}
+
+std::string sqlite_create_table(const Table& table, bool temporary) {
+  std::string lines;
+  for (const Column& column : table.columns) lines += (lines.empty() ? "  " : ",\n  ") + column_line(table, column);
+  bool generated = table.identity() != nullptr;
+  if (table.has_key()) lines += fmt::format(",\n  {} ({})", generated ? "UNIQUE" : "PRIMARY KEY", key_columns(table));
+  bool rowless = table.has_key() && !generated && !temporary;
+  return fmt::format("CREATE {}TABLE {} (\n{}\n) STRICT{}", temporary ? "TEMPORARY " : "", sqlite_name(table.name), lines,
+                     rowless ? ", WITHOUT ROWID" : "");
+}
+
+std::vector<std::string> sqlite_create_indexes(const Table& table) {
+  std::vector<std::string> statements;
+  for (const Index& index : table.indexes) {
+    std::string name = fmt::format("{}_{}", table.name, statements.size() + 1);
+    std::string text = fmt::format("CREATE {}INDEX {} ON {} ({})", index.unique ? "UNIQUE " : "", sqlite_name(name),
+                                   sqlite_name(table.name), name_list(index.columns));
+    if (!index.only_where_zero.empty()) text += fmt::format(" WHERE {} = 0", sqlite_name(index.only_where_zero));
+    statements.push_back(std::move(text));
+  }
+  return statements;
+}
+
+}  // namespace posto::tsql
