@@ -1,10 +1,11 @@
 #include <iostream>
+#include <string>
 
 #include "posto/schema/forecourt.h"
 #include "posto/types/currency.h"
 
 int main() {
   posto::VOBomba bomba;
-  bomba.let("cd_bomba", posto::Variant(7));
-  std::cout << bomba.Cd_Bomba << " " << posto::Currency::parse("0.10005").text() << "\n";
+  bomba.let("de_enderecologicobico", posto::Variant(std::string("07")));
+  std::cout << bomba.De_EnderecoLogicoBico << " " << posto::Currency::parse("0.10005").text() << "\n";
 }
