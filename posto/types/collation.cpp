@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "posto/types/text.h"
@@ -167,10 +168,26 @@ class PatternCursor {
   std::string_view rest_;
 };
 
+// How many bytes in front are the same in both texts and end with a whole character in both.
+std::size_t common_bytes(std::string_view a, std::string_view b) {
+  const std::size_t most = std::min(a.size(), b.size());
+  std::size_t same = 0;
+  while (same + sizeof(std::uint64_t) <= most && std::memcmp(&a[same], &b[same], sizeof(std::uint64_t)) == 0) {
+    same += sizeof(std::uint64_t);
+  }
+  while (same < most && a[same] == b[same]) ++same;
+  if (same == a.size() && same == b.size()) return same;
+  while (same > 0 && kPlaces[static_cast<unsigned char>(a[same - 1])] == kNoPlace) --same;
+  return same;
+}
+
 }  // namespace
 
 int compare_text(std::string_view a, std::string_view b) {
-  Weights left(trim_end(a)), right(trim_end(b));
+  a = trim_end(a);
+  b = trim_end(b);
+  const std::size_t same = common_bytes(a, b);
+  Weights left(a.substr(same)), right(b.substr(same));
   int by_accent = 0;
   while (!left.done() && !right.done()) {
     const std::uint8_t left_place = left.short_place(), right_place = right.short_place();

@@ -14,7 +14,7 @@ std::int64_t nearest_scaled(Decimal number) {
 }
 
 std::int64_t scaled_of(double value) {
-  if (const auto scaled = quick_scaled(value, kDecimals)) return *scaled;
+  if (const auto scaled = quick_rounded(value, kDecimals)) return *scaled;
   if (!std::isfinite(value)) throw platform_erro(erro::kOverflow);
   return nearest_scaled(Decimal(value));
 }

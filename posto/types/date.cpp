@@ -204,7 +204,9 @@ std::string format_date(Date date, std::string_view pattern) {
     const DateToken& token = find_token(letter == 'm' && behind_hours ? 'n' : letter, end - at, pattern);
     const int value = parts.*token.part % token.modulus;
     char digits[4];
-    out.append(digits, write_digits(digits, value, token.width == 1 && value > 9 ? 2 : token.width));
+    const int width = token.width == 1 && value > 9 ? 2 : token.width;
+    write_digits(digits, value, width);
+    out.append(digits, static_cast<std::size_t>(width));
     behind_hours = letter == 'h';
     at = end;
   }

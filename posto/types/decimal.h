@@ -63,22 +63,23 @@ class Decimal {
   bool negative_ = false;
 };
 
-// The value as a count of 10^-decimals, where its shortest decimal form has no more decimals than that and so few
-// digits that it can be seen without writing it down; otherwise nothing. A quotient of exact numbers is the nearest
-// value, and no two numbers of digits10 digits share one.
+// The value rounded to a count of 10^-decimals, where that can be seen without writing its figures down: not close to a
+// half. The shortest decimal form is less than epsilon away from the value and the product less still, so farther than
+// twice that from a half both round to the same count, whichever way halves go.
 template <class Float>
-std::optional<std::int64_t> quick_scaled(Float value, int decimals) {
-  constexpr int kExactPowers = std::numeric_limits<Float>::digits10 == 15 ? 22 : 10;
-  constexpr auto kLimit = static_cast<Float>(kWholePowersOfTen[std::numeric_limits<Float>::digits10]);
-  if (decimals < 0 || decimals > kExactPowers) return std::nullopt;
-  const auto power = static_cast<Float>(kPowersOfTen[static_cast<std::size_t>(decimals)]);
-  const Float scaled = value * power;
-  if (!(std::abs(scaled) < kLimit)) return std::nullopt;
-  const auto whole = std::llrint(scaled);
-  if (static_cast<Float>(whole) / power != value) return std::nullopt;
-  return whole;
+std::optional<std::int64_t> quick_rounded(Float value, int decimals) {
+  constexpr double kEpsilon = 2 * double{std::numeric_limits<Float>::epsilon()};
+  if (decimals < 0 || decimals >= static_cast<int>(kPowersOfTen.size())) return std::nullopt;
+  const double scaled = std::abs(double{value}) * kPowersOfTen[static_cast<std::size_t>(decimals)];
+  if (!(scaled < 1e15)) return std::nullopt;
+  const auto whole = static_cast<std::int64_t>(scaled);
+  const double fraction = scaled - static_cast<double>(whole);
+  if (std::abs(fraction - 0.5) <= scaled * kEpsilon) return std::nullopt;
+  const std::int64_t count = whole + (fraction > 0.5 ? 1 : 0);
+  return value < 0 ? -count : count;
 }
 
+// The number without its sign.
 constexpr std::uint64_t magnitude(std::int64_t value) {
   return value < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
 }

@@ -73,7 +73,7 @@ void require_decimals(int decimals) {
 template <class Float>
 void append_fixed_float(std::string& out, Float value, int decimals) {
   require_decimals(decimals);
-  if (const auto scaled = quick_scaled(value, decimals)) {
+  if (const auto scaled = quick_rounded(value, decimals)) {
     append_scaled(out, *scaled < 0, magnitude(*scaled), decimals);
     return;
   }
