@@ -81,8 +81,6 @@ AccentedLetter accented_letter(char32_t code) {
     case 0x017D:
     case 0x017E:
       return {'z', kCaron};
-    case 0x00F7:
-      return {0, kPlain};
     default:
       return code >= 0xC0 && code < 0xFF ? kLatin1[(code - 0xC0) % 32] : AccentedLetter{0, kPlain};
   }

@@ -17,6 +17,8 @@ template <class... Cases>
 struct Overload : Cases... {
   using Cases::operator()...;
 };
+template <class... Cases>
+Overload(Cases...) -> Overload<Cases...>;  // clang 14 asks for it
 
 [[noreturn]] void no_conversion(const std::string& text, const char* target) {
   throw platform_erro(erro::kTypeMismatch, "'" + text + "' is no " + target);
