@@ -1,0 +1,194 @@
+#include "posto/core/entity.h"
+
+#include <fmt/format.h>
+
+#include "posto/core/mapper.h"
+
+namespace posto {
+namespace {
+
+struct IsGiven {
+  bool operator()(std::monostate) const { return false; }
+  bool operator()(const Null&) const { return false; }
+  bool operator()(const std::string& text) const { return !text.empty(); }
+  bool operator()(Date date) const { return !date.empty(); }
+  template <class Number>
+  bool operator()(Number number) const {
+    return number != Number();
+  }
+};
+
+// A list control may also offer no collection under the name.
+template <class Statement>
+void tolerant_of_control(Statement&& statement) {
+  tolerant([&] {
+    try {
+      statement();
+    } catch (const Erro& failure) {
+      if (failure.number() != erro::kNotACollection) throw;
+    }
+  });
+}
+
+}  // namespace
+
+// --- keys ---------------------------------------------------------------------------------------------------------------
+
+bool EntityBase::has_value(std::string_view column) { return std::visit(IsGiven(), vo().get(column).storage()); }
+
+bool EntityBase::has_values(Names columns) {
+  for (std::string_view column : columns) {
+    if (!has_value(column)) return false;
+  }
+  return !columns.empty();
+}
+
+Names EntityBase::key_for(Purpose) {
+  for (const KeySet& set : description_.keys) {
+    if (has_values(set.names())) return set.names();
+  }
+  return {};
+}
+
+std::vector<std::string> EntityBase::nomeCamposSequencial() const {
+  Names names = description_.sequence.names();
+  return {names.begin(), names.end()};
+}
+
+// --- failures -----------------------------------------------------------------------------------------------------------
+
+void EntityBase::leave_with(const Erro& failure) const {
+  const std::string step = std::string(description_.class_name) + "." + std::string(operation_);
+  SalvarErro(failure);
+  if (ObVOSistema) ObVOSistema->SairRotina(step);
+  LevantarErroSalvo(" -> " + step);
+}
+
+void EntityBase::raise(std::int32_t number, std::string_view behind) const {
+  throw table_erro(number, description_.class_name, operation_, behind);
+}
+
+void EntityBase::raise_described(std::int32_t number, const std::string& description) const {
+  throw Erro(number, routine_step(description_.class_name, operation_), description);
+}
+
+void EntityBase::raise_and_reset(std::int32_t number, std::string_view behind, bool reset) {
+  if (reset) vo().RestaurarDefault();
+  raise(number, behind);
+}
+
+// --- record sets --------------------------------------------------------------------------------------------------------
+
+Recordset EntityBase::open(std::string statement) {
+  statement_ = std::move(statement);
+  Recordset rows;
+  rows.ActiveConnection(ObVOSistema->ObConnection);
+  rows.Source = statement_;
+  rows.CursorType = ObVOSistema->Cursor;
+  if (ObVOSistema->LockType != 0) rows.LockType = ObVOSistema->LockType;
+  rows.Open();
+  return rows;
+}
+
+Recordset EntityBase::read(std::string statement) {
+  statement_ = std::move(statement);
+  return connection().Execute(statement_);
+}
+
+Recordset EntityBase::detached(std::string statement) {
+  statement_ = std::move(statement);
+  Recordset rows;
+  rows.ActiveConnection(ObVOSistema->ObConnection);
+  rows.Source = statement_;
+  rows.CursorType = adOpenStatic;
+  rows.CursorLocation = adUseClient;
+  rows.Open();
+  rows.ActiveConnection(nullptr);
+  return rows;
+}
+
+void EntityBase::execute(std::string statement) {
+  statement_ = std::move(statement);
+  connection().Execute(statement_);
+}
+
+// --- operations ---------------------------------------------------------------------------------------------------------
+
+// The record that the value object's key finds.
+Recordset EntityBase::open_record(Purpose purpose, bool reset) {
+  Names key = key_for(purpose);
+  if (key.empty()) raise_missing(reset);
+  Recordset record;
+  tolerant([&] { statement_ = sqlSelect(*ObVOSistema, description_.table, vo(), {}, key); });
+  tolerant([&] { record = open(std::move(statement_)); });
+  if (record.EOF() && record.BOF()) {
+    raise_and_reset(erro::kRecordNotFound, "(" + std::string(description_.table) + ")", reset);
+  }
+  return record;
+}
+
+void EntityBase::consult(bool reset_when_missing) {
+  routine("Consultar", [&] {
+    Recordset record = open_record(Purpose::read, reset_when_missing);
+    read_record(record, vo());
+    record.Close();
+  });
+}
+
+void EntityBase::Alterar(bool Ic_Salvando) {
+  alter(Ic_Salvando, [&](Recordset& record) { TransferirDadosDeVOParaBd(*ObVOSistema, vo(), record); });
+}
+
+void EntityBase::alter(bool saving, const std::function<void(Recordset&)>& fill) {
+  routine("Alterar", [&] {
+    Recordset record = open_record(Purpose::change, !saving);
+    tolerant([&] { pegarValorCamposSequencial(vo(), description_.sequence.names(), record); });
+    tolerant([&] { fill(record); });
+    tolerant([&] { record.Update(); });
+    record.Close();
+  });
+}
+
+void EntityBase::Incluir() {
+  routine("Incluir", [&] {
+    const std::string table(description_.table);
+    bool by_query = !description_.empty_query.empty();
+    Recordset record = open(by_query ? "Select * From " + table + " Where " + std::string(description_.empty_query) : table);
+    record.AddNew();
+    TransferirDadosDeVOParaBd(*ObVOSistema, vo(), record);
+    record.Update();
+    record.Close();
+  });
+}
+
+void EntityBase::Excluir() {
+  routine("Excluir", [&] {
+    Names key = key_for(Purpose::remove);
+    if (key.empty()) raise_missing(true);
+    execute(sqlDelete(*ObVOSistema, description_.table, vo(), key));
+  });
+}
+
+void EntityBase::CarregarComboBox(LateBound& Ob_ComboBox, std::string_view Ds_Condicao) {
+  routine("CarregarComboBox", [&] {
+    const auto& list = description_.list;
+    auto add = [&](const Variant& text, const Variant& key) {
+      tolerant_of_control([&] { Ob_ComboBox.call("AddItem", {{text}}); });
+      tolerant_of_control([&] {
+        const Variant item[] = {Ob_ComboBox.get("NewIndex", {}), key};
+        Ob_ComboBox.let("ItemData", item);
+      });
+    };
+    ObVOSistema->EntrarRotina("CarregarComboBox");
+    tolerant_of_control([&] { Ob_ComboBox.call("Clear", {}); });
+    Recordset rows = detached(fmt::format(" SELECT   {}, {}\r FROM     {} \r{}\r ORDER BY {} \r", list.key, list.display,
+                                          description_.table, Ds_Condicao, list.order));
+    if (!(rows.EOF() && rows.BOF())) {
+      add("SELECIONE ->", std::int32_t{0});
+      for (; !rows.EOF(); rows.MoveNext()) add(rows[list.display].Value(), rows[list.key].Value());
+    }
+    ObVOSistema->SairRotina("CarregarComboBox");
+  });
+}
+
+}  // namespace posto
