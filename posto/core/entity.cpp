@@ -127,25 +127,29 @@ Recordset EntityBase::open_record(Purpose purpose, bool reset) {
   return record;
 }
 
-void EntityBase::consult(bool reset_when_missing) {
+void EntityBase::consult(bool reset_when_missing, const Step& then) {
   routine("Consultar", [&] {
     Recordset record = open_record(Purpose::read, reset_when_missing);
     read_record(record, vo());
     record.Close();
+    if (then) then();
   });
 }
 
+void EntityBase::fill(Recordset& record) { TransferirDadosDeVOParaBd(*ObVOSistema, vo(), record); }
+
 void EntityBase::Alterar(bool Ic_Salvando) {
-  alter(Ic_Salvando, [&](Recordset& record) { TransferirDadosDeVOParaBd(*ObVOSistema, vo(), record); });
+  alter(Ic_Salvando, [&](Recordset& record) { fill(record); });
 }
 
-void EntityBase::alter(bool saving, const std::function<void(Recordset&)>& fill) {
+void EntityBase::alter(bool saving, const std::function<void(Recordset&)>& write, const Step& then) {
   routine("Alterar", [&] {
     Recordset record = open_record(Purpose::change, !saving);
     tolerant([&] { pegarValorCamposSequencial(vo(), description_.sequence.names(), record); });
-    tolerant([&] { fill(record); });
+    tolerant([&] { write(record); });
     tolerant([&] { record.Update(); });
     record.Close();
+    if (then) then();
   });
 }
 
@@ -155,7 +159,7 @@ void EntityBase::Incluir() {
     bool by_query = !description_.empty_query.empty();
     Recordset record = open(by_query ? "Select * From " + table + " Where " + std::string(description_.empty_query) : table);
     record.AddNew();
-    TransferirDadosDeVOParaBd(*ObVOSistema, vo(), record);
+    fill(record);
     record.Update();
     record.Close();
   });

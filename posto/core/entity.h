@@ -88,8 +88,11 @@ class EntityBase {
   virtual ValueObject vo() = 0;
   // The key columns that an operation uses; empty when the value object holds no key.
   virtual Names key_for(Purpose purpose);
-  // Alterar, with `fill` writing the value object into the record that was found.
-  void alter(bool saving, const std::function<void(Recordset&)>& fill);
+  // The value object into a record, as the mapper does it.
+  void fill(Recordset& record);
+  // Alterar, with `write` putting the value object into the record that was found, and `then` behind its Update.
+  using Step = std::function<void()>;
+  void alter(bool saving, const std::function<void(Recordset&)>& write, const Step& then = {});
 
   // The failure road around the inside of an operation, whose name is given here and nowhere else.
   template <class Body>
@@ -102,7 +105,8 @@ class EntityBase {
     }
   }
 
-  void consult(bool reset_when_missing);
+  // Consultar, with `then` behind the reading.
+  void consult(bool reset_when_missing, const Step& then = {});
   template <class Update, class Insert>
   void save(Update update, Insert insert) {
     routine("Salvar", [&] {

@@ -1,0 +1,45 @@
+#include "posto/stock/DALProdutoTransferencia.h"
+
+#include "posto/core/sql.h"
+
+namespace posto {
+
+Names DALProdutoTransferencia::key_for(Purpose purpose) {
+  if (purpose == Purpose::read) return Entity::key_for(purpose);
+  Names primary = description().keys[0].names();
+  return has_values(primary) ? primary : Names();
+}
+
+bool DALProdutoTransferencia::Existe() {
+  return routine("Existe", [&] {
+    Names key = key_for(Purpose::read);
+    if (key.empty()) raise(erro::kMissingKey);
+    Recordset rs = read(sqlSelect(*ObVOSistema, description().table, vo(), {}, key));
+    return !rs.EOF();
+  });
+}
+
+std::int32_t DALProdutoTransferencia::QuantidadeProdutoTransferencia() {
+  return routine("QuantidadeProdutoTransferencia", [&] {
+    Recordset rs = read(sql(R"(
+        SELECT   Count(*) As Qt_ProdutoTransferencia
+        FROM     ProdutoTransferencia
+        WHERE    Cd_PessoaUsuaria = {} And
+                 Cd_ProdutoBaixa = {})",
+                            ObVO->Cd_PessoaUsuaria, ObVO->Cd_ProdutoBaixa));
+    return rs["Qt_ProdutoTransferencia"].as<std::int32_t>();
+  });
+}
+
+void DALProdutoTransferencia::LimparTransferenciaAutomaticaProduto() {
+  routine("LimparTransferenciaAutomaticaProduto", [&] {
+    execute(sql(R"(
+        Update ProdutoTransferencia
+        Set    Ic_TransferenciaAutomatica = 0
+        WHERE  Cd_ProdutoBaixa = {} Or
+               Cd_ProdutoEntrada = {})",
+                ObVO->Cd_ProdutoBaixa, ObVO->Cd_ProdutoEntrada));
+  });
+}
+
+}  // namespace posto
