@@ -1,4 +1,5 @@
-// What a database engine offers. Everything above speaks SQL Server 2000's dialect; an engine makes its database answer it.
+// What a database engine offers. Everything above speaks SQL Server 2000's dialect; an engine makes its database answer
+// it.
 #pragma once
 
 #include <chrono>
@@ -13,6 +14,7 @@
 
 #include "posto/schema/table.h"
 #include "posto/schema/value_object.h"
+#include "posto/types/erro.h"
 #include "posto/types/variant.h"
 
 namespace posto {
@@ -21,8 +23,8 @@ namespace posto {
 struct ResultColumn {
   std::string name;
   SqlType type = SqlType::int32;
-  std::uint16_t width = 0;          // of text: characters, 0 when not known
-  const Table* table = nullptr;     // the table that the column is read from as it stands; null for an expression
+  std::uint16_t width = 0;       // of text: characters, 0 when not known
+  const Table* table = nullptr;  // the table that the column is read from as it stands; null for an expression
   const Column* column = nullptr;
 };
 
@@ -39,13 +41,14 @@ class ResultShape {
   int find(std::string_view name) const;
   // For each column the same-named property of a value object type, or null; resolved once.
   std::span<const Property* const> properties_of(const VoLayout& layout) const;
-  // The table that an updatable result writes to: its rows as they stand, with the key among the columns. Null otherwise.
+  // The table that an updatable result writes to: its rows as they stand, with the key among the columns. Null
+  // otherwise.
   const Table* updatable_table() const { return updatable_; }
 
  private:
   std::vector<ResultColumn> columns_;
-  std::unordered_map<std::string_view, int> exact_;   // by name as spelt
-  std::unordered_map<std::string, int> folded_;       // by name in lower case
+  std::unordered_map<std::string_view, int> exact_;  // by name as spelt
+  std::unordered_map<std::string, int> folded_;      // by name in lower case
   const Table* updatable_ = nullptr;
   mutable std::vector<std::pair<const VoLayout*, std::vector<const Property*>>> resolved_;
 };
@@ -68,13 +71,14 @@ class Cursor {
   virtual ~Cursor() = default;
   virtual const ResultShape& shape() const = 0;
   virtual std::shared_ptr<const ResultShape> shared_shape() const = 0;
-  // Reads the next row into `row`, which has a cell for each column. False when there is none left.
+  // Reads the next row into `row`, which has a cell for each column and stays in place while the cursor stands on it.
+  // False when there is none left.
   virtual bool next(std::span<Cell> row) = 0;
 };
 
 struct Outcome {
-  std::unique_ptr<Cursor> cursor;   // of the last statement that gives rows; null when none does
-  std::int64_t affected = 0;        // rows that the last writing statement touched
+  std::unique_ptr<Cursor> cursor;  // of the last statement that gives rows; null when none does
+  std::int64_t affected = 0;       // rows that the last writing statement touched
 };
 
 // A statement with "?" for its values, kept ready.
@@ -84,13 +88,19 @@ class PreparedStatement {
   virtual Outcome run(std::span<const Variant* const> values) = 0;
 };
 
+namespace erro {
+inline constexpr std::int32_t kTransactionOpen = erro_number(0x8004D013);
+inline constexpr std::int32_t kNoTransaction = erro_number(0x8004D00E);
+}  // namespace erro
+
 // What an observer is told about each statement that ran.
 struct StatementReport {
-  std::string_view statement;       // as the library composed it
-  std::string_view engine_text;     // as the database got it
+  std::string_view statement;    // as the library composed it
+  std::string_view engine_text;  // as the database got it
   std::chrono::nanoseconds duration{};
-  std::int64_t rows = 0;            // read or touched
+  std::int64_t rows = 0;  // read or touched
 };
+// An observer neither raises nor uses the connection.
 using StatementObserver = std::function<void(const StatementReport&)>;
 
 // An open database. Failures are Erro with the provider's number and the database's own words. One caller at a time.
@@ -109,6 +119,8 @@ class Engine {
   // The last generated key of this connection; null when there was none.
   virtual Variant last_identity() const = 0;
 
+  // begin raises 0x8004D013 in a transaction, the others 0x8004D00E outside one. A writing statement that runs out of
+  // time may end its transaction, rolled back: in_transaction tells.
   virtual void begin() = 0;
   virtual void commit() = 0;
   virtual void rollback() = 0;
@@ -124,6 +136,7 @@ class Engine {
 
 // Opens the database that a connection string names: "sqlite:FILE" or a plain path. Seconds: how long to wait for a
 // database that another process holds. The file must exist unless `create` is set. Raises 0x80004005.
-std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds, bool create = false);
+std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds,
+                                    bool create = false);
 
 }  // namespace posto

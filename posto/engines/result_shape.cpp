@@ -8,7 +8,8 @@ namespace {
 
 bool holds_key(const std::vector<ResultColumn>& columns, const Table& table) {
   return table.has_key() && std::all_of(table.columns.begin(), table.columns.end(), [&](const Column& key) {
-           return !key.key || std::any_of(columns.begin(), columns.end(), [&](const ResultColumn& c) { return c.column == &key; });
+           return !key.key ||
+                  std::any_of(columns.begin(), columns.end(), [&](const ResultColumn& c) { return c.column == &key; });
          });
 }
 
@@ -40,15 +41,24 @@ std::span<const Property* const> ResultShape::properties_of(const VoLayout& layo
 Variant cell_value(const Cell& cell, SqlType type) {
   if (cell.null) return Null{};
   switch (type) {
-    case SqlType::bit: return cell.integer != 0;
-    case SqlType::byte: return static_cast<std::uint8_t>(cell.integer);
-    case SqlType::int16: return static_cast<std::int16_t>(cell.integer);
-    case SqlType::int32: return static_cast<std::int32_t>(cell.integer);
-    case SqlType::float32: return static_cast<float>(cell.real);
-    case SqlType::float64: return cell.real;
-    case SqlType::money: return Currency::of_scaled(cell.integer);
-    case SqlType::date: return Date::of_millis(cell.integer);
-    case SqlType::text: break;
+    case SqlType::bit:
+      return cell.integer != 0;
+    case SqlType::byte:
+      return static_cast<std::uint8_t>(cell.integer);
+    case SqlType::int16:
+      return static_cast<std::int16_t>(cell.integer);
+    case SqlType::int32:
+      return static_cast<std::int32_t>(cell.integer);
+    case SqlType::float32:
+      return static_cast<float>(cell.real);
+    case SqlType::float64:
+      return cell.real;
+    case SqlType::money:
+      return Currency::of_scaled(cell.integer);
+    case SqlType::date:
+      return Date::of_millis(cell.integer);
+    case SqlType::text:
+      break;
   }
   return cell.text;
 }

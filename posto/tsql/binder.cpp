@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "posto/tsql/types.h"
+#include "posto/tsql/walk.h"
 #include "posto/types/text.h"
 
 namespace posto::tsql {
@@ -36,16 +37,23 @@ Binder::Binder(std::string_view batch, const std::vector<Literal>& literals, std
 void Binder::bind(Statement& statement) {
   written_names_.clear();
   switch (statement.kind) {
-    case StatementKind::select: return bind_select(*statement.select, nullptr);
-    case StatementKind::insert: return bind_insert(statement);
-    case StatementKind::update: return bind_update(statement);
-    case StatementKind::remove: return bind_remove(statement);
-    case StatementKind::create_table: return bind_create(statement);
-    case StatementKind::set_date_format: return;
+    case StatementKind::select:
+      return bind_select(*statement.select, nullptr);
+    case StatementKind::insert:
+      return bind_insert(statement);
+    case StatementKind::update:
+      return bind_update(statement);
+    case StatementKind::remove:
+      return bind_remove(statement);
+    case StatementKind::create_table:
+      return bind_create(statement);
+    case StatementKind::set_date_format:
+      return;
   }
 }
 
-// --- tables and columns -------------------------------------------------------------------------------------------------
+// --- tables and columns
+// -------------------------------------------------------------------------------------------------
 
 const Table* Binder::table_of(const Source& source) {
   for (const auto& temporary : created_) {
@@ -102,7 +110,8 @@ void Binder::bind_column(Expr& e, Scope& scope) {
   fail("Nome de coluna inválido '" + e.name + "'", e.position);
 }
 
-// --- statements ---------------------------------------------------------------------------------------------------------
+// --- statements
+// ---------------------------------------------------------------------------------------------------------
 
 void Binder::bind_select(Select& select, Scope* outer) {
   Scope first;
@@ -121,7 +130,7 @@ void Binder::bind_select(Select& select, Scope* outer) {
     for (std::size_t c = 0; c < items.size(); ++c) select.types[c] = common_type(select.types[c], items[c].expr->type);
   }
   for (Type& type : select.types) {
-    if (!type.known) type = value_type(SqlType::int32);   // a column of nothing but NULL
+    if (!type.known) type = value_type(SqlType::int32);  // a column of nothing but NULL
   }
   bind_order(select, first);
 }
@@ -176,7 +185,8 @@ void Binder::expand_stars(SelectCore& core, const Scope& scope) {
       }
     }
     if (!found) {
-      fail(item.star_of.empty() ? "Falta a cláusula FROM" : "O prefixo '" + item.star_of + "' não é uma tabela do comando",
+      fail(item.star_of.empty() ? "Falta a cláusula FROM"
+                                : "O prefixo '" + item.star_of + "' não é uma tabela do comando",
            item.position);
     }
   }
@@ -184,21 +194,44 @@ void Binder::expand_stars(SelectCore& core, const Scope& scope) {
 }
 
 void Binder::bind_order(Select& select, Scope& scope) {
-  const auto& items = select.parts.front().items;
+  const SelectCore& core = select.parts.front();
   for (OrderItem& order : select.order_by) {
-    if (order.expr && order.expr->kind == ExprKind::column && order.expr->qualifier.empty()) {
-      for (std::size_t i = 0; i < items.size() && order.output == 0; ++i) {
-        bool column_of_union = select.parts.size() > 1 && equal_names(items[i].expr->name, order.expr->name);
-        if (column_of_union || equal_names(items[i].alias, order.expr->name)) order.output = i + 1;
-      }
+    if (order.output == 0) bind_order_name(order, select);
+    if (order.output > core.items.size()) {
+      fail("A posição de ordenação está fora da lista de colunas", core.items.front().position);
     }
-    if (order.output > items.size()) fail("A posição de ordenação está fora da lista de colunas", items.front().position);
     if (order.output > 0) continue;
     if (select.parts.size() > 1) fail("Com UNION ordena-se por colunas do resultado", order.expr->position);
     value(*order.expr, scope);
-    const SelectCore& core = select.parts.front();
     if (core.grouped || scope.has_aggregate) require_grouped(*order.expr, core, scope);
+    if (core.distinct) require_given(order, core);
   }
+}
+
+// A bare name is an output column before it is a column of a table.
+void Binder::bind_order_name(OrderItem& order, const Select& select) const {
+  Expr& name = *order.expr;
+  if (name.kind != ExprKind::column || !name.qualifier.empty()) return;
+  const auto& items = select.parts.front().items;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const Expr& given = *items[i].expr;
+    bool own_name = items[i].alias.empty() && given.kind == ExprKind::column && equal_names(given.name, name.name);
+    if (own_name && select.parts.size() == 1) {
+      name.qualifier = given.source->alias.empty() ? given.source->table->name : std::string_view(given.source->alias);
+      return;
+    }
+    if (own_name || equal_names(items[i].alias, name.name)) {
+      order.output = i + 1;
+      return;
+    }
+  }
+}
+
+void Binder::require_given(const OrderItem& order, const SelectCore& core) {
+  for (const SelectItem& item : core.items) {
+    if (same(*item.expr, *order.expr)) return;
+  }
+  fail("Com DISTINCT ordena-se por colunas do resultado", order.expr->position);
 }
 
 void Binder::bind_insert(Statement& s) {
@@ -212,6 +245,7 @@ void Binder::bind_insert(Statement& s) {
   }
   for (std::size_t i = 0; i < s.columns.size(); ++i) {
     const Column* column = column_of(table, s.columns[i], s.column_positions[i]);
+    if (column->identity) fail("A coluna '" + s.columns[i] + "' é gerada e não recebe valor", s.column_positions[i]);
     if (std::find(s.target_columns.begin(), s.target_columns.end(), column) != s.target_columns.end()) {
       fail("A coluna '" + s.columns[i] + "' está repetida", s.column_positions[i]);
     }
@@ -221,7 +255,8 @@ void Binder::bind_insert(Statement& s) {
   for (auto& v : s.values) value(*v, none);
   std::size_t given = s.select ? s.select->types.size() : s.values.size();
   if (given != s.target_columns.size()) {
-    fail("O comando INSERT tem " + std::to_string(s.target_columns.size()) + " colunas e " + std::to_string(given) + " valores",
+    fail("O comando INSERT tem " + std::to_string(s.target_columns.size()) + " colunas e " + std::to_string(given) +
+             " valores",
          s.position);
   }
 }
@@ -264,7 +299,8 @@ void Binder::bind_create(Statement& s) {
   created_.push_back(std::move(temporary));
 }
 
-// --- expressions --------------------------------------------------------------------------------------------------------
+// --- expressions
+// --------------------------------------------------------------------------------------------------------
 
 void Binder::condition(Expr& e, Scope& scope) {
   any(e, scope);
@@ -299,8 +335,10 @@ void Binder::any(Expr& e, Scope& scope) {
     case ExprKind::arithmetic: {
       for (auto& a : e.args) value(*a, scope);
       auto type = arithmetic_type(e.op, *e.args[0], *e.args[1]);
-      if (!type) fail("A operação não existe entre " + std::string(type_name(e.args[0]->type.base)) + " e " +
-                      type_name(e.args[1]->type.base), e.position);
+      if (!type)
+        fail("A operação não existe entre " + std::string(type_name(e.args[0]->type.base)) + " e " +
+                 type_name(e.args[1]->type.base),
+             e.position);
       e.type = *type;
       return;
     }
@@ -316,9 +354,6 @@ void Binder::any(Expr& e, Scope& scope) {
     case ExprKind::is_null:
     case ExprKind::like:
       for (auto& a : e.args) value(*a, scope);
-      if (e.kind == ExprKind::like) {
-        for (auto& a : e.args) require_text(*a);
-      }
       e.type.predicate = true;
       return;
     case ExprKind::in_select:
@@ -340,10 +375,6 @@ void Binder::require_comparable(const Expr& a, const Expr& b) {
   bool unlike = date_and_float(a.type, b.type) || date_and_float(b.type, a.type);
   bool literal = a.kind == ExprKind::literal || b.kind == ExprKind::literal;
   if (unlike && !literal) fail("Uma data não se compara com um número", b.position);
-}
-
-void Binder::require_text(const Expr& e) {
-  if (e.type.known && e.type.base != SqlType::text) fail("Esperado um texto", e.position);
 }
 
 // What a bit is compared with is part of the form: the database can then use an index over the live or pending rows.
@@ -430,7 +461,8 @@ void Binder::bind_call(Expr& e, Scope& scope) {
       return;
     case Function::substring:
       for (std::size_t i = 1; i < 3; ++i) {
-        if (e.args[i]->type.known && !is_integer(e.args[i]->type.base)) fail("Substring pede números inteiros", e.position);
+        if (e.args[i]->type.known && !is_integer(e.args[i]->type.base))
+          fail("Substring pede números inteiros", e.position);
       }
       e.type = value_type(SqlType::text, first.width);
       return;
@@ -461,7 +493,8 @@ void Binder::bind_aggregate(Expr& e, Scope& scope) {
   if (is_integer(e.type.base)) e.type = value_type(SqlType::int32);
 }
 
-// --- grouping -----------------------------------------------------------------------------------------------------------
+// --- grouping
+// -----------------------------------------------------------------------------------------------------------
 
 void Binder::check_grouping(const SelectCore& core, const Scope& scope) {
   for (const SelectItem& item : core.items) require_grouped(*item.expr, core, scope);
@@ -478,21 +511,26 @@ void Binder::require_grouped(const Expr& e, const SelectCore& core, const Scope&
     if (own) fail("A coluna '" + e.name + "' não está em GROUP BY nem numa função de agregação", e.position);
   }
   for (const ExprPtr& a : e.args) require_grouped(*a, core, scope);
+  if (e.select) each_expression(*e.select, [&](const Expr& inner) { require_grouped(inner, core, scope); });
 }
 
-bool Binder::same(const Expr& a, const Expr& b) const {
+bool Binder::same(const Expr& a, const Expr& b) {
   if (a.kind != b.kind || a.args.size() != b.args.size() || a.select || b.select) return false;
   switch (a.kind) {
     case ExprKind::column:
       return a.source == b.source && a.column == b.column;
     case ExprKind::literal:
+      pinned_.insert(pinned_.end(), {a.ordinal, b.ordinal});
       return a.inverted == b.inverted && literals_[a.ordinal].raw == literals_[b.ordinal].raw;
     case ExprKind::marker:
       return false;
     default:
       break;
   }
-  if (a.op != b.op || a.function != b.function || a.inverted != b.inverted || a.style != b.style) return false;
+  if (a.op != b.op || a.function != b.function || a.inverted != b.inverted || a.distinct != b.distinct) return false;
+  bool same_cast =
+      a.target.base == b.target.base && a.target.width == b.target.width && a.padded == b.padded && a.style == b.style;
+  if (!same_cast) return false;
   return std::equal(a.args.begin(), a.args.end(), b.args.begin(),
                     [this](const ExprPtr& x, const ExprPtr& y) { return same(*x, *y); });
 }

@@ -33,7 +33,8 @@ using Catalogue = std::function<const Table*(std::string_view name)>;
 class Binder {
  public:
   // `pinned`: literals whose value the compiled form depends on are added to it.
-  Binder(std::string_view batch, const std::vector<Literal>& literals, std::vector<std::size_t>& pinned, Catalogue catalogue);
+  Binder(std::string_view batch, const std::vector<Literal>& literals, std::vector<std::size_t>& pinned,
+         Catalogue catalogue);
 
   // Raises 0x80040E14 with the position for a name that does not exist or is ambiguous, for types that do not meet, and
   // for a column that is neither grouped nor aggregated.
@@ -49,6 +50,8 @@ class Binder {
   void bind_from(From& from, Scope& scope);
   void bind_on(From& from, Scope& scope);
   void bind_order(Select& select, Scope& scope);
+  void bind_order_name(OrderItem& order, const Select& select) const;
+  void require_given(const OrderItem& order, const SelectCore& core);
   void expand_stars(SelectCore& core, const Scope& scope);
   void bind_insert(Statement& statement);
   void bind_update(Statement& statement);
@@ -66,13 +69,13 @@ class Binder {
   void bind_subquery(Expr& e, Scope& scope);
   void bind_cast(Expr& e, Scope& scope);
   void require_comparable(const Expr& a, const Expr& b);
-  void require_text(const Expr& e);
   void pin_bit_comparison(Expr& a, Expr& b);
   std::int64_t pin(Expr& literal);
 
   void check_grouping(const SelectCore& core, const Scope& scope);
   void require_grouped(const Expr& e, const SelectCore& core, const Scope& scope);
-  bool same(const Expr& a, const Expr& b) const;
+  // Whether two expressions always have one value; literals whose value this depends on are pinned.
+  bool same(const Expr& a, const Expr& b);
 
   void add_source(Source& source, Scope& scope);
   const Table* table_of(const Source& source);
@@ -84,7 +87,7 @@ class Binder {
   std::vector<std::size_t>& pinned_;
   Catalogue catalogue_;
   std::vector<std::shared_ptr<TemporaryTable>> created_;
-  std::unordered_set<std::string> written_names_;   // of the statement under way, in lower case
+  std::unordered_set<std::string> written_names_;  // of the statement under way, in lower case
 };
 
 }  // namespace posto::tsql

@@ -40,7 +40,7 @@ std::optional<std::int64_t> parse_scaled(std::string_view text, bool& exact) {
   bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
   std::int64_t scaled = 0;
-  int decimals = -1;   // -1 before the point
+  int decimals = -1;  // -1 before the point
   bool up = false, any = false;
   for (char c : text) {
     if (c == '.' && decimals < 0) {
@@ -56,7 +56,8 @@ std::optional<std::int64_t> parse_scaled(std::string_view text, bool& exact) {
       continue;
     }
     if (decimals >= 0) ++decimals;
-    if (__builtin_mul_overflow(scaled, 10, &scaled) || __builtin_add_overflow(scaled, c - '0', &scaled)) return std::nullopt;
+    if (__builtin_mul_overflow(scaled, 10, &scaled) || __builtin_add_overflow(scaled, c - '0', &scaled))
+      return std::nullopt;
   }
   if (!any) return std::nullopt;
   for (int d = decimals < 0 ? 0 : decimals; d < 4; ++d) {
@@ -113,23 +114,46 @@ void integer_literal(const Literal& literal, const Parameter& p, BoundValue& out
   bool whole = real == std::trunc(real) && std::abs(real) < 9e15;
   if (p.compared && !whole) return set_real(out, real);
   if (std::abs(real) >= 9e15) out_of_range(literal.raw, p);
-  set_integer(out, static_cast<std::int64_t>(real));   // what is behind the point is cut off
+  set_integer(out, static_cast<std::int64_t>(real));  // what is behind the point is cut off
+}
+
+// Blanks that a column has no room for are cut; anything else that is too long is a failure of the database.
+std::string_view without_spare_blanks(std::string_view text, const Parameter& p) {
+  if (p.column == nullptr || p.column->type != SqlType::text || text.size() <= p.column->width) return text;
+  std::string_view kept = first_chars(text, p.column->width);
+  return trim_end(text).size() <= kept.size() ? kept : text;
+}
+
+// A number as text: without zeros in front, as the server writes it.
+std::string number_as_text(const Literal& literal, bool negative) {
+  std::string_view raw = literal.raw;
+  while (raw.size() > 1 && raw[0] == '0' && raw[1] >= '0' && raw[1] <= '9') raw.remove_prefix(1);
+  if (raw.ends_with('.')) raw.remove_suffix(1);
+  return std::string(negative ? "-" : "") + (raw.starts_with('.') ? "0" : "") + std::string(raw);
 }
 
 void text_as(std::string_view text, const Parameter& p, const DateOrder& order, BoundValue& out) {
   try {
     switch (p.type) {
-      case SqlType::bit: return set_integer(out, text_to_integer(text) != 0);
+      case SqlType::bit:
+        return set_integer(out, text_to_integer(text) != 0);
       case SqlType::byte:
       case SqlType::int16:
-      case SqlType::int32: return set_integer(out, text_to_integer(text));
-      case SqlType::money: return set_integer(out, text_to_money(text).scaled());
-      case SqlType::float32: return set_real(out, static_cast<float>(text_to_real(text)));
-      case SqlType::float64: return set_real(out, text_to_real(text));
-      case SqlType::text: return set_text(out, text);
-      case SqlType::date: break;
+      case SqlType::int32:
+        return set_integer(out, text_to_integer(text));
+      case SqlType::money:
+        return set_integer(out, text_to_money(text).scaled());
+      case SqlType::float32:
+        return set_real(out, static_cast<float>(text_to_real(text)));
+      case SqlType::float64:
+        return set_real(out, text_to_real(text));
+      case SqlType::text:
+        return set_text(out, without_spare_blanks(text, p));
+      case SqlType::date:
+        break;
     }
-  } catch (const Erro&) {
+  } catch (const Erro& e) {
+    if (e.number() == erro::kDataOverflow) out_of_range(text, p);
     not_convertible(text, "um número", p);
   }
   auto date = read_date(text, order);
@@ -151,20 +175,25 @@ void bind_literal(const Literal& literal, const Parameter& p, const DateOrder& o
     return text_as(out.own, p, order, out);
   }
   switch (p.type) {
-    case SqlType::bit: return set_integer(out, real_of(literal, p) != 0);
+    case SqlType::bit:
+      return set_integer(out, real_of(literal, p) != 0);
     case SqlType::byte:
     case SqlType::int16:
-    case SqlType::int32: return integer_literal(literal, p, out);
-    case SqlType::money: return money_literal(literal, p, out);
-    case SqlType::float32: return set_real(out, static_cast<float>(real_of(literal, p)));
-    case SqlType::float64: return set_real(out, real_of(literal, p));
+    case SqlType::int32:
+      return integer_literal(literal, p, out);
+    case SqlType::money:
+      return money_literal(literal, p, out);
+    case SqlType::float32:
+      return set_real(out, static_cast<float>(real_of(literal, p)));
+    case SqlType::float64:
+      return set_real(out, real_of(literal, p));
     case SqlType::date: {
       double days = std::trunc(real_of(literal, p));
-      if (days < -53690 || days > 2958463) out_of_range(literal.raw, p);   // 1753-01-01 to 9999-12-31
+      if (days < -53690 || days > 2958463) out_of_range(literal.raw, p);  // 1753-01-01 to 9999-12-31
       return bind_date(Date::of_day(1900, 1, 1).plus_days(static_cast<std::int64_t>(days)), out);
     }
     case SqlType::text:
-      out.own = p.negative ? "-" + std::string(literal.raw) : std::string(literal.raw);
+      out.own = number_as_text(literal, p.negative);
       return set_text(out, out.own);
   }
 }
@@ -177,15 +206,22 @@ void bind_variant(const Variant& value, const Parameter& p, const DateOrder& ord
   if (value.is_text()) return text_as(value.held<std::string>(), p, order, out);
   try {
     switch (p.type) {
-      case SqlType::bit: return set_integer(out, value.as<bool>());
+      case SqlType::bit:
+        return set_integer(out, value.as<bool>());
       case SqlType::byte:
       case SqlType::int16:
-      case SqlType::int32: return set_integer(out, value.as<std::int32_t>());
-      case SqlType::money: return set_integer(out, value.as<Currency>().scaled());
-      case SqlType::float32: return set_real(out, value.as<float>());
-      case SqlType::float64: return set_real(out, value.as<double>());
-      case SqlType::date: return bind_date(value.as<Date>(), out);
-      case SqlType::text: break;
+      case SqlType::int32:
+        return set_integer(out, value.as<std::int32_t>());
+      case SqlType::money:
+        return set_integer(out, value.as<Currency>().scaled());
+      case SqlType::float32:
+        return set_real(out, value.as<float>());
+      case SqlType::float64:
+        return set_real(out, value.as<double>());
+      case SqlType::date:
+        return bind_date(value.as<Date>(), out);
+      case SqlType::text:
+        break;
     }
   } catch (const Erro& e) {
     if (e.number() == erro::kOverflow) out_of_range(value.as<std::string>(), p);
@@ -201,7 +237,8 @@ std::int64_t text_to_integer(std::string_view text) {
   if (digits.starts_with('+')) digits.remove_prefix(1);
   std::int32_t value = 0;
   auto [behind, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (error == std::errc::result_out_of_range) throw Erro(erro::kDataOverflow, "tsql", "O número " + std::string(text) + " não cabe em int");
+  if (error == std::errc::result_out_of_range)
+    throw Erro(erro::kDataOverflow, "tsql", "O número " + std::string(text) + " não cabe em int");
   if (error != std::errc{} || behind != digits.data() + digits.size()) {
     throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text) + "' não é um número inteiro");
   }

@@ -1,4 +1,5 @@
-// Values on their way into a statement: literals of the text and values given beside it, in the form that an engine binds.
+// Values on their way into a statement: literals of the text and values given beside it, in the form that an engine
+// binds.
 #pragma once
 
 #include <array>
@@ -19,13 +20,13 @@ struct BoundValue {
   Kind kind = Kind::null;
   std::int64_t integer = 0;
   double real = 0;
-  std::string_view text{};      // of the literal, of `own` or of `date`
+  std::string_view text{};  // of the literal, of `own` or of `date`
   std::string own{};
   std::array<char, 24> date{};
 };
 
-// Both raise 0x80040E07 for a text that is no number or no date, 0x80040E57 for a value outside the type; the message names
-// the column that the value is written to.
+// Both raise 0x80040E07 for a text that is no number or no date, 0x80040E57 for a value outside the type; the message
+// names the column that the value is written to.
 void bind_literal(const Literal& literal, const Parameter& parameter, const DateOrder& order, BoundValue& out);
 void bind_variant(const Variant& value, const Parameter& parameter, const DateOrder& order, BoundValue& out);
 void bind_date(Date date, BoundValue& out);

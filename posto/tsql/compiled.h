@@ -17,36 +17,40 @@ namespace posto::tsql {
 struct Parameter {
   enum class From : std::uint8_t { literal, marker, now, last_identity };
   From from = From::literal;
-  std::size_t ordinal = 0;          // which literal or marker
-  bool negative = false;            // a minus stands in front of the literal
-  bool compared = false;            // keep the digits that the type has no room for: the value is only compared
-  SqlType type = SqlType::int32;    // the form in which the database expects it
-  const Table* table = nullptr;     // the column that it is written to, for messages
+  std::size_t ordinal = 0;        // which literal or marker
+  bool negative = false;          // a minus stands in front of the literal
+  bool compared = false;          // keep the digits that the type has no room for: the value is only compared
+  SqlType type = SqlType::int32;  // the form in which the database expects it
+  const Table* table = nullptr;   // the column that it is written to, for messages
   const Column* column = nullptr;
 };
 
 struct OutputColumn {
   std::string name;
   Type type;
-  const Table* table = nullptr;     // of a column as it stands
+  const Table* table = nullptr;  // of a column as it stands
   const Column* column = nullptr;
 };
 
 struct CompiledStatement {
   StatementKind kind = StatementKind::select;
-  std::size_t position = 0, end = 0;       // bytes of the batch
-  std::string text;                        // empty for a statement that only changes the session
+  std::size_t position = 0, end = 0;  // bytes of the batch
+  std::string text;                   // empty for a statement that only changes the session
   std::vector<Parameter> parameters;
-  std::vector<OutputColumn> outputs;       // of a select
-  const Table* target = nullptr;           // the table that it writes; of a select the one table that it reads row by row
+  std::vector<OutputColumn> outputs;  // of a select
+  const Table* target = nullptr;      // the table that it writes; of a select the one table that it reads row by row
+  std::vector<const Table*> reads;    // the tables that it reads, with repetitions
+  std::vector<const Column*>
+      steers;  // of a select: columns that choose and order its rows; of an update: those it sets
+  bool may_fail_between_rows = false;  // a value can turn out wrong when some rows are already written
   std::string date_format;
   std::shared_ptr<TemporaryTable> creates;
 };
 
 struct CompiledBatch {
   std::vector<CompiledStatement> statements;
-  std::vector<std::pair<std::size_t, std::string>> pinned;   // literals that must read so for this form to serve
-  std::vector<std::shared_ptr<TemporaryTable>> temporary;    // tables that the batch creates
+  std::vector<std::pair<std::size_t, std::string>> pinned;  // literals that must read so for this form to serve
+  std::vector<std::shared_ptr<TemporaryTable>> temporary;   // tables that the batch creates
 
   bool serves(const std::vector<Literal>& literals) const;
 };
@@ -60,6 +64,8 @@ CompiledBatch compile(std::string_view batch, const std::vector<Literal>& litera
 
 // The columns that a bound select gives.
 std::vector<OutputColumn> output_columns(const Select& select);
+// Columns by which a bound select chooses or orders rows, and all columns of the selects inside it.
+std::vector<const Column*> steering_columns(const Select& select);
 // The one table whose rows a bound select gives as they stand; null when it joins, groups or combines.
 const Table* row_by_row_table(const Select& select);
 

@@ -21,26 +21,25 @@ constexpr NamedFunction kFunctions[] = {
 struct NamedType {
   std::string_view name;
   SqlType type;
-  std::uint16_t width;   // of text without a width of its own in CAST and CONVERT
+  std::uint16_t width;  // of text without a width of its own in CAST and CONVERT
   bool padded;
 };
 
-constexpr NamedType kTypes[] = {
-    {"bit", SqlType::bit, 0, false},           {"tinyint", SqlType::byte, 0, false},
-    {"smallint", SqlType::int16, 0, false},    {"int", SqlType::int32, 0, false},
-    {"integer", SqlType::int32, 0, false},     {"money", SqlType::money, 0, false},
-    {"real", SqlType::float32, 0, false},      {"float", SqlType::float64, 0, false},
-    {"datetime", SqlType::date, 0, false},     {"char", SqlType::text, 30, true},
-    {"varchar", SqlType::text, 30, false},     {"nvarchar", SqlType::text, 30, false}};
+constexpr NamedType kTypes[] = {{"bit", SqlType::bit, 0, false},        {"tinyint", SqlType::byte, 0, false},
+                                {"smallint", SqlType::int16, 0, false}, {"int", SqlType::int32, 0, false},
+                                {"integer", SqlType::int32, 0, false},  {"money", SqlType::money, 0, false},
+                                {"real", SqlType::float32, 0, false},   {"float", SqlType::float64, 0, false},
+                                {"datetime", SqlType::date, 0, false},  {"char", SqlType::text, 30, true},
+                                {"varchar", SqlType::text, 30, false},  {"nvarchar", SqlType::text, 30, false}};
 
 struct Comparison {
   std::string_view symbol;
   Op op;
 };
 
-constexpr Comparison kComparisons[] = {{"=", Op::equal},       {"<>", Op::not_equal},     {"!=", Op::not_equal},
-                                       {"<", Op::less},        {"<=", Op::less_equal},    {"!>", Op::less_equal},
-                                       {">", Op::greater},     {">=", Op::greater_equal}, {"!<", Op::greater_equal}};
+constexpr Comparison kComparisons[] = {{"=", Op::equal},   {"<>", Op::not_equal},     {"!=", Op::not_equal},
+                                       {"<", Op::less},    {"<=", Op::less_equal},    {"!>", Op::less_equal},
+                                       {">", Op::greater}, {">=", Op::greater_equal}, {"!<", Op::greater_equal}};
 
 }  // namespace
 
@@ -185,7 +184,7 @@ ExprPtr ExpressionParser::unary() {
   advance();
   ExprPtr operand = unary();
   bool number = operand->kind == ExprKind::literal && operand->type.base != SqlType::text;
-  if (number) {   // a minus in front of a number is part of it
+  if (number) {  // a minus in front of a number is part of it
     operand->inverted = !operand->inverted;
     return operand;
   }
@@ -199,7 +198,7 @@ ExprPtr ExpressionParser::primary() {
       return literal_value();
     case TokenKind::marker: {
       ExprPtr e = make(ExprKind::marker);
-      advance();
+      e->ordinal = advance().literal;
       return e;
     }
     case TokenKind::identifier:
@@ -231,11 +230,19 @@ ExprPtr ExpressionParser::literal_value() {
   e->ordinal = token.literal;
   e->type.known = true;
   switch (literal(token).kind) {
-    case LiteralKind::integer: e->type.base = SqlType::int32; break;
-    case LiteralKind::decimal: e->type.base = SqlType::money; break;
+    case LiteralKind::integer:
+      e->type.base = SqlType::int32;
+      break;
+    case LiteralKind::decimal:
+      e->type.base = SqlType::money;
+      break;
     case LiteralKind::long_decimal:
-    case LiteralKind::floating: e->type.base = SqlType::float64; break;
-    case LiteralKind::text: e->type.base = SqlType::text; break;
+    case LiteralKind::floating:
+      e->type.base = SqlType::float64;
+      break;
+    case LiteralKind::text:
+      e->type.base = SqlType::text;
+      break;
   }
   return e;
 }
@@ -276,7 +283,7 @@ ExprPtr ExpressionParser::word() {
 ExprPtr ExpressionParser::column() {
   ExprPtr e = make(ExprKind::column);
   e->name = expect_name("um nome de coluna");
-  while (accept_symbol(".")) {   // database and owner in front of the table do not matter
+  while (accept_symbol(".")) {  // database and owner in front of the table do not matter
     e->qualifier = std::move(e->name);
     e->name = expect_name("um nome de coluna");
   }
@@ -304,7 +311,8 @@ ExprPtr ExpressionParser::case_when() {
 
 Type ExpressionParser::data_type(bool* padded) {
   const Token& token = peek();
-  auto found = std::find_if(std::begin(kTypes), std::end(kTypes), [&](const NamedType& t) { return is_word(token, t.name); });
+  auto found =
+      std::find_if(std::begin(kTypes), std::end(kTypes), [&](const NamedType& t) { return is_word(token, t.name); });
   if (found == std::end(kTypes)) fail("Tipo desconhecido '" + std::string(token.text) + "'");
   advance();
   Type type{.base = found->type, .width = found->width, .known = true};

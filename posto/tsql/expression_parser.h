@@ -12,7 +12,7 @@ class ExpressionParser : public TokenReader {
 
  protected:
   virtual ~ExpressionParser() = default;
-  ExprPtr expression();              // a condition or a value
+  ExprPtr expression();  // a condition or a value
   Type data_type(bool* padded = nullptr);
   virtual std::unique_ptr<Select> select() = 0;
 

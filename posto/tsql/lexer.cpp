@@ -107,11 +107,11 @@ std::string Literal::text() const {
 
 void Shape::read(std::string_view statement) {
   literals.clear();
-  text.resize(statement.size());   // never longer than the statement
+  text.resize(statement.size());  // never longer than the statement
   char* out = text.data();
   const char* p = statement.data();
   const char* const end = p + statement.size();
-  const char* copied = p;          // everything before this is in the shape
+  const char* copied = p;  // everything before this is in the shape
   auto take_out = [&](const Literal& literal, const char* first, const char* behind) {
     std::size_t plain = static_cast<std::size_t>(first - copied);
     std::memcpy(out, copied, plain);
@@ -236,8 +236,11 @@ class Tokenizer {
         return quoted_name(']');
       case '"':
         return quoted_name('"');
-      case '?':
-        return token(TokenKind::marker, p, p + 1);
+      case '?': {
+        Token t = token(TokenKind::marker, p, p + 1);
+        t.literal = markers_++;
+        return t;
+      }
       default:
         return symbol(p);
     }
@@ -259,6 +262,7 @@ class Tokenizer {
   const char* p_;
   const char* end_;
   std::size_t literals_ = 0;
+  std::size_t markers_ = 0;
   std::vector<Token> tokens_;
 };
 

@@ -15,14 +15,14 @@ enum class LiteralKind : char { integer = 1, decimal, long_decimal, floating, te
 struct Literal {
   LiteralKind kind;
   std::string_view raw;
-  std::string text() const;   // of a text literal: its value
+  std::string text() const;  // of a text literal: its value
 };
 
 // What remains of a statement when its literals are taken out: statements of one shape differ only in values. A shape's
 // text holds a control character in the place of each literal, which tells the literal's kind.
 struct Shape {
   std::string text;
-  std::vector<Literal> literals;   // views into the statement
+  std::vector<Literal> literals;  // views into the statement
 
   // One pass over the statement; keeps the memory of earlier calls.
   void read(std::string_view statement);
@@ -32,14 +32,14 @@ enum class TokenKind : std::uint8_t { end, identifier, literal, symbol, marker }
 
 struct Token {
   TokenKind kind = TokenKind::end;
-  bool quoted = false;             // an identifier in brackets or double quotes: never a keyword
-  std::size_t literal = 0;         // of a literal: its position in Shape::literals
-  std::size_t position = 0;        // of the first byte, from 0
-  std::string_view text{};         // as it stands, without brackets
+  bool quoted = false;       // an identifier in brackets or double quotes: never a keyword
+  std::size_t literal = 0;   // of a literal: its position in Shape::literals; of a marker: which one
+  std::size_t position = 0;  // of the first byte, from 0
+  std::string_view text{};   // as it stands, without brackets
 };
 
-// Splits a statement; the last token is `end`. Raises 0x80040E14 for a character that begins no token, a text or a quoted
-// name without its end.
+// Splits a statement; the last token is `end`. Raises 0x80040E14 for a character that begins no token, a text or a
+// quoted name without its end.
 std::vector<Token> tokenize(std::string_view statement);
 
 // The syntax failure at a place of a statement, counted in characters from 1 for the message.

@@ -303,7 +303,8 @@ class StatementParser : public ExpressionParser {
     expect_symbol("(");
     do {
       std::string name = expect_name("um nome de coluna");
-      auto found = std::find_if(s.specs.begin(), s.specs.end(), [&](const auto& c) { return equal_names(c.name, name); });
+      auto found =
+          std::find_if(s.specs.begin(), s.specs.end(), [&](const auto& c) { return equal_names(c.name, name); });
       if (found == s.specs.end()) fail("Coluna desconhecida '" + name + "'");
       found->key = true;
       found->nullable = false;
@@ -327,7 +328,8 @@ class StatementParser : public ExpressionParser {
 
 }  // namespace
 
-std::vector<Statement> parse(std::string_view batch, const std::vector<Literal>& literals, std::vector<std::size_t>& pinned) {
+std::vector<Statement> parse(std::string_view batch, const std::vector<Literal>& literals,
+                             std::vector<std::size_t>& pinned) {
   return StatementParser(batch, literals, pinned).batch();
 }
 

@@ -10,10 +10,13 @@ namespace {
 std::string_view storage(SqlType type) {
   switch (type) {
     case SqlType::float32:
-    case SqlType::float64: return "REAL";
+    case SqlType::float64:
+      return "REAL";
     case SqlType::date:
-    case SqlType::text: return "TEXT";
-    default: return "INTEGER";
+    case SqlType::text:
+      return "TEXT";
+    default:
+      return "INTEGER";
   }
 }
 
@@ -24,14 +27,19 @@ std::pair<std::string, std::string> limit(const Column& column) {
     return std::pair(fmt::format("{} BETWEEN {} AND {}", name, low, high), fmt::format("de {} a {}", low, high));
   };
   switch (column.type) {
-    case SqlType::bit: return range("0", "1");
-    case SqlType::byte: return range("0", "255");
-    case SqlType::int16: return range("-32768", "32767");
-    case SqlType::int32: return range("-2147483648", "2147483647");
+    case SqlType::bit:
+      return range("0", "1");
+    case SqlType::byte:
+      return range("0", "255");
+    case SqlType::int16:
+      return range("-32768", "32767");
+    case SqlType::int32:
+      return range("-2147483648", "2147483647");
     case SqlType::text:
       if (column.width == 0) return {};
       return {fmt::format("length({}) <= {}", name, column.width), fmt::format("{} caracteres", column.width)};
-    default: return {};
+    default:
+      return {};
   }
 }
 
@@ -43,7 +51,8 @@ std::string column_line(const Table& table, const Column& column) {
   if (!column.default_value.empty()) line += fmt::format(" DEFAULT {}", column.default_value);
   auto [check, shown] = limit(column);
   if (!check.empty()) {
-    line += fmt::format(" CONSTRAINT {} CHECK ({})", sqlite_name(fmt::format("{}.{}: {}", table.name, column.name, shown)), check);
+    line += fmt::format(" CONSTRAINT {} CHECK ({})",
+                        sqlite_name(fmt::format("{}.{}: {}", table.name, column.name, shown)), check);
   }
   return line;
 }
@@ -83,8 +92,8 @@ std::string sqlite_create_table(const Table& table, bool temporary) {
   bool generated = table.identity() != nullptr;
   if (table.has_key()) lines += fmt::format(",\n  {} ({})", generated ? "UNIQUE" : "PRIMARY KEY", key_columns(table));
   bool rowless = table.has_key() && !generated && !temporary;
-  return fmt::format("CREATE {}TABLE {} (\n{}\n) STRICT{}", temporary ? "TEMPORARY " : "", sqlite_name(table.name), lines,
-                     rowless ? ", WITHOUT ROWID" : "");
+  return fmt::format("CREATE {}TABLE {} (\n{}\n) STRICT{}", temporary ? "TEMPORARY " : "", sqlite_name(table.name),
+                     lines, rowless ? ", WITHOUT ROWID" : "");
 }
 
 std::vector<std::string> sqlite_create_indexes(const Table& table) {

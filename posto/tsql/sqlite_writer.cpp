@@ -6,6 +6,7 @@
 
 #include "posto/tsql/sqlite_ddl.h"
 #include "posto/tsql/types.h"
+#include "posto/tsql/walk.h"
 
 namespace posto::tsql {
 namespace {
@@ -13,29 +14,19 @@ namespace {
 bool is_text_column(const Expr& e) { return e.kind == ExprKind::column && e.column->type == SqlType::text; }
 
 // Whether an expression holds a subquery that reads a table.
-bool reads(const Expr& e, const Table& table);
-
-bool reads(const From& from, const Table& table) {
-  if (from.source) return from.source->table == &table;
-  return reads(*from.left, table) || reads(*from.right, table) || (from.on && reads(*from.on, table));
-}
-
-bool reads(const Select& select, const Table& table) {
-  for (const SelectCore& core : select.parts) {
-    for (const auto& from : core.from) {
-      if (reads(*from, table)) return true;
-    }
-    for (const SelectItem& item : core.items) {
-      if (reads(*item.expr, table)) return true;
-    }
-    if ((core.where && reads(*core.where, table)) || (core.having && reads(*core.having, table))) return true;
-  }
-  return false;
-}
-
 bool reads(const Expr& e, const Table& table) {
-  if (e.select && reads(*e.select, table)) return true;
-  return std::any_of(e.args.begin(), e.args.end(), [&](const ExprPtr& a) { return reads(*a, table); });
+  bool found = std::any_of(e.args.begin(), e.args.end(), [&](const ExprPtr& a) { return reads(*a, table); });
+  if (!e.select) return found;
+  each_source(*e.select, [&](const Source& source) { found = found || source.table == &table; });
+  each_expression(*e.select, [&](const Expr& inner) { found = found || reads(inner, table); });
+  return found;
+}
+
+// Whether a written statement works out values: a function of ours may refuse one, a figure may outgrow its column.
+bool calculates(std::string_view text) {
+  static constexpr std::string_view kMarks[] = {"posto_", " + ", " - ", " * ", "(-", "sum("};
+  return std::any_of(std::begin(kMarks), std::end(kMarks),
+                     [&](auto m) { return text.find(m) != std::string_view::npos; });
 }
 
 class Writer {
@@ -49,14 +40,29 @@ class Writer {
         select(*s.select, s.select->types);
         c.outputs = output_columns(*s.select);
         c.target = row_by_row_table(*s.select);
+        c.steers = steering_columns(*s.select);
         break;
-      case StatementKind::insert: insert(s); break;
-      case StatementKind::update: update(s); break;
-      case StatementKind::remove: remove(s); break;
-      case StatementKind::create_table: out_ = sqlite_create_table(*s.target->table, true); break;
-      case StatementKind::set_date_format: c.date_format = s.date_format; break;
+      case StatementKind::insert:
+        insert(s);
+        break;
+      case StatementKind::update:
+        update(s);
+        break;
+      case StatementKind::remove:
+        remove(s);
+        break;
+      case StatementKind::create_table:
+        out_ = sqlite_create_table(*s.target->table, true);
+        break;
+      case StatementKind::set_date_format:
+        c.date_format = s.date_format;
+        break;
     }
+    for (const Assignment& a : s.assignments) c.steers.push_back(a.column);
+    bool one_row = s.kind == StatementKind::insert && !s.select;
+    c.may_fail_between_rows = c.kind != StatementKind::select && !one_row && calculates(out_);
     c.text = std::move(out_);
+    c.reads = std::move(reads_);
     c.parameters = std::move(parameters_);
     return c;
   }
@@ -86,18 +92,28 @@ class Writer {
 
   // --- selects ---
 
-  // `wanted`: the types that the columns become. `single`: the select is a value and must not give a second row.
-  void select(const Select& s, const std::vector<Type>& wanted, bool single = false) {
+  // `wanted`: the types that the columns become.
+  void select(const Select& s, const std::vector<Type>& wanted, bool one_row = false) {
     bool compound = s.parts.size() > 1;
     list(s.parts, s.unique ? " UNION " : " UNION ALL ", [&](const SelectCore& core) {
       bool wrapped = compound && core.top;
       if (wrapped) out_ += "SELECT * FROM (";
-      bool one_row = single && !compound && !core.top && core.group_by.empty() && !core.grouped;
       this->core(core, wanted, core.distinct || s.unique, one_row);
       if (wrapped) put(" LIMIT {})", *core.top);
     });
-    order_by(s);
+    order_by(s, wanted);
     if (!compound && s.parts.front().top) put(" LIMIT {}", *s.parts.front().top);
+  }
+
+  // A select that is a value: a second row is a failure.
+  void single_value(const Select& s, const std::vector<Type>& wanted) {
+    const SelectCore& core = s.parts.front();
+    bool one_at_most = s.parts.size() == 1 && ((core.grouped && core.group_by.empty()) || core.top.value_or(2) <= 1);
+    bool plain_rows = s.parts.size() == 1 && !core.grouped && !core.top;
+    if (one_at_most || plain_rows) return select(s, wanted, !one_at_most);
+    out_ += "SELECT posto_single(v) FROM (SELECT NULL AS v WHERE 0 UNION ALL SELECT * FROM (";
+    select(s, wanted);
+    out_ += "))";
   }
 
   void core(const SelectCore& core, const std::vector<Type>& wanted, bool distinct, bool one_row) {
@@ -115,7 +131,7 @@ class Writer {
       out_ += " FROM ";
       list(core.from, ", ", [&](const auto& from) { this->from(*from, false); });
     }
-    std::vector<const Expr*> rows, groups;   // what tells rows, what tells groups
+    std::vector<const Expr*> rows, groups;  // what tells rows, what tells groups
     if (core.where) rows.push_back(core.where.get());
     if (core.having) split_having(*core.having, core, rows, groups);
     conditions(" WHERE ", rows);
@@ -132,8 +148,8 @@ class Writer {
     list(terms, " AND ", [&](const Expr* term) { condition(*term); });
   }
 
-  // A term of HAVING that names only grouped columns holds for a whole group or for none of its rows: told of the rows, it
-  // can use an index.
+  // A term of HAVING that names only grouped columns holds for a whole group or for none of its rows: told of the rows,
+  // it can use an index.
   static void split_having(const Expr& e, const SelectCore& core, std::vector<const Expr*>& rows,
                            std::vector<const Expr*>& groups) {
     if (e.kind == ExprKind::logic && e.op == Op::and_) {
@@ -155,15 +171,18 @@ class Writer {
     if (e.type.known && e.type.base == SqlType::text && !is_text_column(e)) collate();
   }
 
-  void order_by(const Select& s) {
+  void order_by(const Select& s, const std::vector<Type>& wanted) {
     if (s.order_by.empty()) return;
     out_ += " ORDER BY ";
     list(s.order_by, ", ", [&](const OrderItem& item) {
-      if (item.output > 0) {
+      bool becomes_another = item.output > 0 && wanted[item.output - 1].base != s.types[item.output - 1].base;
+      if (becomes_another && s.parts.size() == 1) {
+        sorted(*s.parts.front().items[item.output - 1].expr);
+      } else if (item.output > 0) {
         put("{}", item.output);
         if (s.types[item.output - 1].base == SqlType::text) collate();
       } else if (item.expr->kind == ExprKind::literal) {
-        out_ += "NULL";   // a constant orders nothing, and a number here would be a position
+        out_ += "NULL";  // a constant orders nothing, and a number here would be a position
       } else {
         sorted(*item.expr);
       }
@@ -173,7 +192,8 @@ class Writer {
 
   void from(const From& f, bool right_side) {
     if (f.source) return source(*f.source);
-    static constexpr std::string_view kWords[] = {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ", " CROSS JOIN "};
+    static constexpr std::string_view kWords[] = {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ",
+                                                  " CROSS JOIN "};
     if (right_side) out_ += '(';
     from(*f.left, false);
     out_ += kWords[static_cast<std::size_t>(f.join)];
@@ -186,6 +206,7 @@ class Writer {
   }
 
   void source(const Source& s) {
+    reads_.push_back(s.table);
     put_name(s.table->name);
     if (s.written != s.table->name) {
       out_ += " AS ";
@@ -286,9 +307,7 @@ class Writer {
     switch (e.kind) {
       case ExprKind::logic:
         out_ += '(';
-        condition(*e.args[0]);
-        out_ += e.op == Op::and_ ? " AND " : " OR ";
-        condition(*e.args[1]);
+        chain(e);
         out_ += ')';
         return;
       case ExprKind::negation:
@@ -296,10 +315,14 @@ class Writer {
         condition(*e.args[0]);
         out_ += ')';
         return;
-      case ExprKind::compare: return compare(e);
-      case ExprKind::between: return between(e);
-      case ExprKind::in_list: return in_list(e);
-      case ExprKind::in_select: return in_select(e);
+      case ExprKind::compare:
+        return compare(e);
+      case ExprKind::between:
+        return between(e);
+      case ExprKind::in_list:
+        return in_list(e);
+      case ExprKind::in_select:
+        return in_select(e);
       case ExprKind::exists:
         out_ += "EXISTS (";
         select(*e.select, e.select->types);
@@ -312,13 +335,23 @@ class Writer {
         return;
       case ExprKind::like:
         out_ += e.inverted ? "(NOT posto_like(" : "posto_like(";
-        value(*e.args[0]);
+        value_as(*e.args[0], value_type(SqlType::text));
         out_ += ", ";
-        value(*e.args[1]);
+        value_as(*e.args[1], value_type(SqlType::text));
         out_ += e.inverted ? "))" : ")";
         return;
-      default: return;   // the binder lets nothing else be a condition
+      default:
+        return;  // the binder lets nothing else be a condition
     }
+  }
+
+  // Terms of one operator without parentheses of their own: SQLite nests only so many.
+  void chain(const Expr& e) {
+    const Expr& left = *e.args[0];
+    bool goes_on = left.kind == ExprKind::logic && left.op == e.op;
+    goes_on ? chain(left) : condition(left);
+    out_ += e.op == Op::and_ ? " AND " : " OR ";
+    condition(*e.args[1]);
   }
 
   // An operand of a comparison.
@@ -412,7 +445,8 @@ class Writer {
         }
         return;
       case ExprKind::marker:
-        parameter({.from = Parameter::From::marker, .ordinal = markers_++, .compared = only_compared, .type = wanted.base});
+        parameter(
+            {.from = Parameter::From::marker, .ordinal = e.ordinal, .compared = only_compared, .type = wanted.base});
         return;
       default:
         break;
@@ -431,9 +465,9 @@ class Writer {
     };
     if (from.base == to.base) return inner();
     if (from.base == SqlType::text) {
-      static constexpr std::string_view kParsers[] = {"posto_text_bit",  "posto_text_int",  "posto_text_int",
-                                                      "posto_text_int",  "posto_text_real32", "posto_text_real",
-                                                      "posto_text_money", "posto_text_date", ""};
+      static constexpr std::string_view kParsers[] = {"posto_text_bit",   "posto_text_int",    "posto_text_int",
+                                                      "posto_text_int",   "posto_text_real32", "posto_text_real",
+                                                      "posto_text_money", "posto_text_date",   ""};
       return call(kParsers[static_cast<std::size_t>(to.base)]);
     }
     switch (to.base) {
@@ -498,17 +532,34 @@ class Writer {
         value_as(*e.args[0], e.type);
         out_ += ')';
         return;
-      case ExprKind::arithmetic: return arithmetic(e);
-      case ExprKind::case_when: return case_when(e);
-      case ExprKind::cast: return cast(e);
-      case ExprKind::call: return call(e);
+      case ExprKind::arithmetic:
+        return arithmetic(e);
+      case ExprKind::case_when:
+        return case_when(e);
+      case ExprKind::cast:
+        return cast(e);
+      case ExprKind::call:
+        return call(e);
       case ExprKind::subquery:
         out_ += '(';
-        select(*e.select, e.select->types, true);
+        single_value(*e.select, e.select->types);
         out_ += ')';
         return;
-      default: return condition(e);
+      default:
+        return condition(e);
     }
+  }
+
+  static bool is_sum(const Expr& e) {
+    return e.kind == ExprKind::arithmetic && (e.op == Op::add || e.op == Op::subtract);
+  }
+
+  // Terms of a sum without parentheses of their own, as far as they have its type.
+  void sum_chain(const Expr& e) {
+    const Expr& left = *e.args[0];
+    is_sum(left) && left.type.base == e.type.base ? sum_chain(left) : value_as(left, e.type);
+    out_ += e.type.base == SqlType::text ? " || " : e.op == Op::add ? " + " : " - ";
+    value_as(*e.args[1], e.type);
   }
 
   void arithmetic(const Expr& e) {
@@ -516,7 +567,8 @@ class Writer {
     SqlType type = e.type.base;
     auto infix = [&](std::string_view op, const Type& left, const Type& right) {
       out_ += '(';
-      value_as(a, left);
+      bool goes_on = is_sum(e) && is_sum(a) && a.type.base == type && type != SqlType::float32;
+      goes_on ? sum_chain(a) : value_as(a, left);
       out_ += op;
       value_as(b, right);
       out_ += ')';
@@ -533,8 +585,12 @@ class Writer {
     bool money_by_integer = type == SqlType::money && b.type.known && is_integer(b.type.base);
     bool integer_by_money = type == SqlType::money && a.type.known && is_integer(a.type.base);
     switch (e.op) {
-      case Op::add: infix(" + ", e.type, e.type); break;
-      case Op::subtract: infix(" - ", e.type, e.type); break;
+      case Op::add:
+        infix(" + ", e.type, e.type);
+        break;
+      case Op::subtract:
+        infix(" - ", e.type, e.type);
+        break;
       case Op::multiply:
         if (type == SqlType::money && !money_by_integer && !integer_by_money) {
           function("posto_multiply_money", e.type, e.type);
@@ -573,7 +629,10 @@ class Writer {
       const Type from = inner.type.known ? inner.type : value_type(SqlType::text);
       return text_of(from, e.target.width, e.padded, e.style, [&] { value_as(inner, from); });
     }
+    bool narrows = is_integer(e.target.base) && e.target.base != SqlType::bit;
+    if (narrows) out_ += "posto_fit(";
     value_as(inner, e.target);
+    if (narrows) put(", {})", static_cast<int>(e.target.base));
   }
 
   void call(const Expr& e) {
@@ -592,7 +651,11 @@ class Writer {
         out_ += "ifnull(";
         value_as(*e.args[0], e.type);
         out_ += ", ";
-        value_as(*e.args[1], e.type);
+        if (e.type.base == SqlType::text && e.type.width > 0) {  // as wide as the first is
+          text_of(e.type, e.type.width, false, -1, [&] { value_as(*e.args[1], e.type); });
+        } else {
+          value_as(*e.args[1], e.type);
+        }
         out_ += ')';
         return;
       case Function::substring:
@@ -613,17 +676,21 @@ class Writer {
         out_ += "count(*)";
         return;
       case Function::avg:
-        if (!is_float(e.type.base)) {   // whole units of the type, as the server gives them
+        if (!is_float(e.type.base)) {  // whole units of the type, as the server gives them
           aggregate("(sum", e, e.type);
           aggregate(" / count", e, e.type);
           out_ += ')';
           return;
         }
         return aggregate("avg", e, e.type);
-      case Function::sum: return aggregate("sum", e, is_float(first.base) ? first : e.type);
-      case Function::min: return aggregate("min", e, first);
-      case Function::max: return aggregate("max", e, first);
-      case Function::count: return aggregate("count", e, first);
+      case Function::sum:
+        return aggregate("sum", e, is_float(first.base) ? first : e.type);
+      case Function::min:
+        return aggregate("min", e, first);
+      case Function::max:
+        return aggregate("max", e, first);
+      case Function::count:
+        return aggregate("count", e, first);
     }
   }
 
@@ -636,7 +703,7 @@ class Writer {
 
   std::string out_;
   std::vector<Parameter> parameters_;
-  std::size_t markers_ = 0;
+  std::vector<const Table*> reads_;
 };
 
 }  // namespace

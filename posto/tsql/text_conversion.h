@@ -14,11 +14,11 @@ namespace posto::tsql {
 struct TextTarget {
   std::size_t width = 0;
   bool padded = false;
-  int style = -1;          // of dates and money; -1 is the default
+  int style = -1;  // of dates and money; -1 is the default
 };
 
-// An integer that does not fit becomes "*". Raises 0x80040E57 for a number with decimals that does not fit, 0x80040E14 for
-// a style that does not exist; a text or date that does not fit is cut.
+// An integer that does not fit becomes "*". Raises 0x80040E57 for a number with decimals that does not fit, 0x80040E14
+// for a style that does not exist; a text or date that does not fit is cut.
 std::string integer_to_text(std::int64_t value, const TextTarget& target);
 std::string money_to_text(Currency value, const TextTarget& target);
 std::string real_to_text(double value, const TextTarget& target);

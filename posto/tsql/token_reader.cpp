@@ -10,10 +10,10 @@ namespace {
 
 // Words that are never a name unless they are quoted.
 constexpr std::string_view kReserved[] = {
-    "ALL",  "AND",  "AS",     "ASC",   "BETWEEN", "BY",    "CASE",  "CREATE", "CROSS", "DELETE", "DESC",   "DISTINCT",
-    "DROP", "ELSE", "END",    "EXEC",  "EXISTS",  "FROM",  "FULL",  "GROUP",  "HAVING", "IN",    "INNER",  "INSERT",
-    "INTO", "IS",   "JOIN",   "LEFT",  "LIKE",    "NOT",   "NULL",  "ON",     "OR",    "ORDER",  "OUTER",  "RIGHT",
-    "SELECT", "SET", "TABLE", "THEN",  "TOP",     "UNION", "UPDATE", "USE",   "VALUES", "WHEN",  "WHERE"};
+    "ALL",    "AND",  "AS",    "ASC",  "BETWEEN", "BY",    "CASE",   "CREATE", "CROSS",  "DELETE", "DESC",  "DISTINCT",
+    "DROP",   "ELSE", "END",   "EXEC", "EXISTS",  "FROM",  "FULL",   "GROUP",  "HAVING", "IN",     "INNER", "INSERT",
+    "INTO",   "IS",   "JOIN",  "LEFT", "LIKE",    "NOT",   "NULL",   "ON",     "OR",     "ORDER",  "OUTER", "RIGHT",
+    "SELECT", "SET",  "TABLE", "THEN", "TOP",     "UNION", "UPDATE", "USE",    "VALUES", "WHEN",   "WHERE"};
 
 bool is_reserved(std::string_view word) {
   return std::any_of(std::begin(kReserved), std::end(kReserved), [&](auto r) { return equal_names(r, word); });
@@ -21,9 +21,7 @@ bool is_reserved(std::string_view word) {
 
 }  // namespace
 
-const Token& TokenReader::peek(std::size_t ahead) const {
-  return tokens_[std::min(next_ + ahead, tokens_.size() - 1)];
-}
+const Token& TokenReader::peek(std::size_t ahead) const { return tokens_[std::min(next_ + ahead, tokens_.size() - 1)]; }
 
 const Token& TokenReader::advance() {
   const Token& token = peek();

@@ -51,8 +51,8 @@ class TokenReader {
   const Literal& literal(const Token& token) const { return literals_[token.literal]; }
   void pin(const Token& token) { pinned_.push_back(token.literal); }
 
-  [[noreturn]] void fail_here() const;                         // "incorrect syntax near ..."
-  [[noreturn]] void fail(const std::string& what) const;       // at the next token
+  [[noreturn]] void fail_here() const;                    // "incorrect syntax near ..."
+  [[noreturn]] void fail(const std::string& what) const;  // at the next token
   [[noreturn]] void fail(const std::string& what, std::size_t position) const { raise_syntax(batch_, position, what); }
 
  private:

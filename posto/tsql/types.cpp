@@ -7,15 +7,24 @@ namespace {
 
 int rank(SqlType t) {
   switch (t) {
-    case SqlType::text: return 0;
-    case SqlType::bit: return 1;
-    case SqlType::byte: return 2;
-    case SqlType::int16: return 3;
-    case SqlType::int32: return 4;
-    case SqlType::money: return 5;
-    case SqlType::float32: return 6;
-    case SqlType::float64: return 7;
-    case SqlType::date: return 8;
+    case SqlType::text:
+      return 0;
+    case SqlType::bit:
+      return 1;
+    case SqlType::byte:
+      return 2;
+    case SqlType::int16:
+      return 3;
+    case SqlType::int32:
+      return 4;
+    case SqlType::money:
+      return 5;
+    case SqlType::float32:
+      return 6;
+    case SqlType::float64:
+      return 7;
+    case SqlType::date:
+      return 8;
   }
   return 0;
 }

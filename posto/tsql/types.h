@@ -19,8 +19,8 @@ inline Type value_type(SqlType base, std::uint16_t width = 0) { return {.base = 
 // The type that both become where they meet: the server's order is date, float, real, money, the integers, bit, text.
 Type common_type(const Type& a, const Type& b);
 
-// The type in which two operands are compared. A number written in the statement becomes the other side's type when that
-// is exact, so that a column is never converted to meet a literal.
+// The type in which two operands are compared. A number written in the statement becomes the other side's type when
+// that is exact, so that a column is never converted to meet a literal.
 Type comparison_type(const Expr& a, const Expr& b);
 
 // The type of `a op b`; nothing when the operation does not exist for them.

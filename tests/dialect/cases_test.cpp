@@ -27,7 +27,8 @@ namespace {
 
 struct Case {
   std::string name, statement;
-  std::map<std::string, std::string> expected;   // "rows", "sqlite": lines; "types", "error": what stands behind the word
+  std::map<std::string, std::string>
+      expected;  // "rows", "sqlite": lines; "types", "error": what stands behind the word
 };
 
 struct CaseFile {
@@ -40,7 +41,7 @@ CaseFile read_cases(const std::string& path) {
   std::ifstream file(path);
   EXPECT_TRUE(file) << path;
   Case* current = nullptr;
-  std::string* lines = nullptr;   // what the next lines belong to
+  std::string* lines = nullptr;  // what the next lines belong to
   for (std::string line; std::getline(file, line);) {
     if (line.empty()) {
       current = nullptr;
@@ -65,11 +66,16 @@ CaseFile read_cases(const std::string& path) {
 
 std::string shown(const Variant& value) {
   switch (value.kind()) {
-    case VariantKind::Null: return "NULL";
-    case VariantKind::Boolean: return value.held<bool>() ? "true" : "false";
-    case VariantKind::Currency: return value.held<Currency>().text();
-    case VariantKind::Text: return "'" + value.held<std::string>() + "'";
-    default: return value.as<std::string>();
+    case VariantKind::Null:
+      return "NULL";
+    case VariantKind::Boolean:
+      return value.held<bool>() ? "true" : "false";
+    case VariantKind::Currency:
+      return value.held<Currency>().text();
+    case VariantKind::Text:
+      return "'" + value.held<std::string>() + "'";
+    default:
+      return value.as<std::string>();
   }
 }
 
@@ -78,7 +84,8 @@ std::string rows_of(Cursor& cursor) {
   std::vector<Cell> row(columns.size());
   std::string rows;
   while (cursor.next(row)) {
-    for (std::size_t i = 0; i < row.size(); ++i) rows += (i > 0 ? ", " : "") + shown(cell_value(row[i], columns[i].type));
+    for (std::size_t i = 0; i < row.size(); ++i)
+      rows += (i > 0 ? ", " : "") + shown(cell_value(row[i], columns[i].type));
     rows += '\n';
   }
   return rows;
@@ -86,7 +93,8 @@ std::string rows_of(Cursor& cursor) {
 
 std::string types_of(const Cursor& cursor) {
   std::string types;
-  for (const ResultColumn& column : cursor.shape().columns()) types += (types.empty() ? "" : " ") + std::string(type_name(column.type));
+  for (const ResultColumn& column : cursor.shape().columns())
+    types += (types.empty() ? "" : " ") + std::string(type_name(column.type));
   return types;
 }
 
@@ -100,7 +108,9 @@ class Dialect : public ::testing::TestWithParam<std::string> {
   void run(const Case& c) {
     const auto error = c.expected.find("error");
     const auto expect = [&](const char* what, const std::string& actual) {
-      if (c.expected.contains(what)) EXPECT_EQ(c.expected.at(what), actual);
+      if (auto wanted = c.expected.find(what); wanted != c.expected.end()) {
+        EXPECT_EQ(wanted->second, actual) << what;
+      }
     };
     try {
       Outcome outcome = engine_->execute(c.statement);
@@ -128,7 +138,7 @@ class Dialect : public ::testing::TestWithParam<std::string> {
 
   ClockOverride clock_{Date::of_moment(2009, 4, 3, 14, 5, 6)};
   std::shared_ptr<Engine> engine_ = open_engine(":memory:", 1, true);
-  std::string written_;   // what the database got last
+  std::string written_;  // what the database got last
 };
 
 TEST_P(Dialect, AnswersAsTheServer) {
@@ -155,7 +165,7 @@ std::vector<std::string> case_files() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, Dialect, ::testing::ValuesIn(case_files()),
-                         [](const auto& info) { return std::filesystem::path(info.param).stem().string(); });
+                         [](const auto& file) { return std::filesystem::path(file.param).stem().string(); });
 
 }  // namespace
 }  // namespace posto

@@ -1,9 +1,10 @@
 // Every statement of the library compiles and runs, and the server's refusals are ours.
+#include "tests/dialect/corpus.h"
+
 #include <gtest/gtest.h>
 
 #include "posto/engines/engine.h"
 #include "posto/types/erro.h"
-#include "tests/dialect/corpus.h"
 
 namespace posto {
 namespace {

@@ -43,7 +43,8 @@ void read_row(sqlite3_stmt* prepared, const ResultShape& shape, std::span<Cell> 
         default:
           if (storage != SQLITE_INTEGER) overflow(column);
           cell.integer = sqlite3_column_int64(prepared, i);
-          if (column.type != SqlType::money && cell.integer != static_cast<std::int32_t>(cell.integer)) overflow(column);
+          if (column.type != SqlType::money && cell.integer != static_cast<std::int32_t>(cell.integer))
+            overflow(column);
       }
     }
     ++i;

@@ -9,8 +9,8 @@
 
 namespace posto::sqlite {
 
-// Raises the last failure of `database` while `statement` ran, with the provider's number and a message that names table
-// and column.
+// Raises the last failure of `database` while `statement` ran, with the provider's number and a message that names
+// table and column.
 [[noreturn]] void raise_failure(sqlite3* database, Session& session, std::string_view statement);
 
 }  // namespace posto::sqlite

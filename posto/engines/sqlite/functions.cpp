@@ -1,5 +1,6 @@
 #include "posto/engines/sqlite/functions.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -15,7 +16,7 @@ namespace posto::sqlite {
 namespace {
 
 using Values = sqlite3_value**;
-__extension__ typedef __int128 Wide;   // for products of two 64-bit integers
+__extension__ typedef __int128 Wide;  // for products of two 64-bit integers
 
 std::string_view text_of(sqlite3_value* v) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(v));
@@ -30,7 +31,9 @@ void give(sqlite3_context* c, std::string_view value) {
 }
 void give(sqlite3_context* c, const std::string& value) { give(c, std::string_view(value)); }
 
-[[noreturn]] void overflow() { throw Erro(erro::kDataOverflow, "tsql", "Estouro aritmético"); }
+[[noreturn]] void overflow(const std::string& what = {}) {
+  throw Erro(erro::kDataOverflow, "tsql", "Estouro aritmético" + (what.empty() ? what : ": " + what));
+}
 [[noreturn]] void divided_by_zero() { throw Erro(erro::kSyntax, "tsql", "Divisão por zero"); }
 
 // Makes a function of SQLite out of one of ours: null in, null out; a failure goes to the session.
@@ -51,14 +54,19 @@ void adapt(sqlite3_context* c, int count, Values v) {
 }
 
 std::int64_t integer(sqlite3_value* v) {
-  if (sqlite3_value_type(v) == SQLITE_FLOAT) overflow();   // a sum of integers that outgrew 64 bits
+  if (sqlite3_value_type(v) == SQLITE_FLOAT) overflow();  // a sum of integers that outgrew 64 bits
   return sqlite3_value_int64(v);
+}
+
+std::int64_t narrow(Wide value) {
+  if (value > std::numeric_limits<std::int64_t>::max() || value < std::numeric_limits<std::int64_t>::min()) overflow();
+  return static_cast<std::int64_t>(value);
 }
 
 std::int64_t divide_int(Values v, Session&) {
   std::int64_t by = integer(v[1]);
   if (by == 0) divided_by_zero();
-  return by == -1 ? -integer(v[0]) : integer(v[0]) / by;
+  return narrow(static_cast<Wide>(integer(v[0])) / by);
 }
 
 double divide_real(Values v, Session&) {
@@ -67,11 +75,6 @@ double divide_real(Values v, Session&) {
   double result = sqlite3_value_double(v[0]) / by;
   if (!std::isfinite(result)) overflow();
   return result;
-}
-
-std::int64_t narrow(Wide value) {
-  if (value > std::numeric_limits<std::int64_t>::max() || value < std::numeric_limits<std::int64_t>::min()) overflow();
-  return static_cast<std::int64_t>(value);
 }
 
 // Cut at the fourth decimal.
@@ -87,16 +90,36 @@ std::int64_t multiply_money(Values v, Session&) {
   return narrow((product + half) / Currency::kScale);
 }
 
-double round_real(Values v, Session&) { return round_half_away(sqlite3_value_double(v[0]), sqlite3_value_int(v[1])); }
+// The decimals of Round, brought to where more of them change nothing.
+int decimals_of(sqlite3_value* v) { return std::clamp(sqlite3_value_int(v), -15, 15); }
+
+double round_real(Values v, Session&) { return round_half_away(sqlite3_value_double(v[0]), decimals_of(v[1])); }
 
 std::int64_t round_money(Values v, Session&) {
-  return round_half_away(Currency::of_scaled(integer(v[0])), sqlite3_value_int(v[1])).scaled();
+  return round_half_away(Currency::of_scaled(integer(v[0])), decimals_of(v[1])).scaled();
 }
 
 std::int64_t round_int(Values v, Session&) {
-  int decimals = sqlite3_value_int(v[1]);
+  int decimals = decimals_of(v[1]);
   if (decimals >= 0) return integer(v[0]);
-  return std::llround(round_half_away(static_cast<double>(integer(v[0])), decimals));
+  Wide unit = 1;
+  for (int i = decimals; i < 0; ++i) unit *= 10;
+  Wide half = integer(v[0]) < 0 ? -unit / 2 : unit / 2;
+  return narrow((integer(v[0]) + half) / unit * unit);
+}
+
+// posto_fit(value, type): an integer that CAST makes smaller.
+std::int64_t fit(Values v, Session&) {
+  std::int64_t value = integer(v[0]), low = 0, high = 255;
+  if (static_cast<SqlType>(sqlite3_value_int(v[1])) == SqlType::int16) {
+    low = std::numeric_limits<std::int16_t>::min();
+    high = std::numeric_limits<std::int16_t>::max();
+  } else if (static_cast<SqlType>(sqlite3_value_int(v[1])) == SqlType::int32) {
+    low = std::numeric_limits<std::int32_t>::min();
+    high = std::numeric_limits<std::int32_t>::max();
+  }
+  if (value < low || value > high) overflow("o valor " + std::to_string(value) + " não cabe no tipo pedido");
+  return value;
 }
 
 double real32(Values v, Session&) {
@@ -146,15 +169,19 @@ std::string any_text(Values v, Session&) {
                           .padded = sqlite3_value_int(v[3]) != 0,
                           .style = sqlite3_value_int(v[4])};
   switch (static_cast<SqlType>(sqlite3_value_int(v[1]))) {
-    case SqlType::money: return tsql::money_to_text(Currency::of_scaled(integer(v[0])), target);
+    case SqlType::money:
+      return tsql::money_to_text(Currency::of_scaled(integer(v[0])), target);
     case SqlType::float32:
-    case SqlType::float64: return tsql::real_to_text(sqlite3_value_double(v[0]), target);
-    case SqlType::text: return tsql::text_to_text(text_of(v[0]), target);
+    case SqlType::float64:
+      return tsql::real_to_text(sqlite3_value_double(v[0]), target);
+    case SqlType::text:
+      return tsql::text_to_text(text_of(v[0]), target);
     case SqlType::date: {
       auto date = Date::parse_iso(text_of(v[0]));
       return tsql::date_to_text(date.value_or(Date()), target);
     }
-    default: return tsql::integer_to_text(integer(v[0]), target);
+    default:
+      return tsql::integer_to_text(integer(v[0]), target);
   }
 }
 
@@ -209,6 +236,7 @@ constexpr NamedFunction kFunctions[] = {
     {"posto_round_real", 2, adapt<round_real>},
     {"posto_round_money", 2, adapt<round_money>},
     {"posto_round_int", 2, adapt<round_int>},
+    {"posto_fit", 2, adapt<fit>},
     {"posto_real32", 1, adapt<real32>},
     {"posto_money_int", 1, adapt<money_int>},
     {"posto_real_int", 1, adapt<real_int>},
@@ -218,7 +246,7 @@ constexpr NamedFunction kFunctions[] = {
     {"posto_text_money", 1, adapt<text_money>},
     {"posto_text_real", 1, adapt<text_real>},
     {"posto_text_real32", 1, adapt<text_real32>},
-    {"posto_text_date", 1, adapt<text_date>, false},   // depends on the session's date order
+    {"posto_text_date", 1, adapt<text_date>, false},  // depends on the session's date order
     {"posto_int_date", 1, adapt<int_date>},
     {"posto_text", 5, adapt<any_text>},
     {"posto_substring", 3, adapt<part_of_text>},
@@ -232,9 +260,10 @@ void register_functions(sqlite3* database, Session& session) {
     int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (f.deterministic ? SQLITE_DETERMINISTIC : 0);
     sqlite3_create_function_v2(database, f.name, f.arguments, flags, &session, f.function, nullptr, nullptr, nullptr);
   }
-  sqlite3_create_function_v2(database, "posto_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS, &session, nullptr, single_step,
-                             single_final, nullptr);
-  sqlite3_create_collation_v2(database, std::string(tsql::kSqliteCollation).c_str(), SQLITE_UTF8, nullptr, collate, nullptr);
+  sqlite3_create_function_v2(database, "posto_single", 1, SQLITE_UTF8 | SQLITE_INNOCUOUS, &session, nullptr,
+                             single_step, single_final, nullptr);
+  sqlite3_create_collation_v2(database, std::string(tsql::kSqliteCollation).c_str(), SQLITE_UTF8, nullptr, collate,
+                              nullptr);
 }
 
 const Table* Session::find_table(std::string_view name) const {

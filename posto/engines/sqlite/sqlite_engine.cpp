@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <climits>
-#include <deque>
+#include <optional>
 #include <utility>
 
+#include "posto/engines/sqlite/buffered_rows.h"
 #include "posto/engines/sqlite/cursors.h"
 #include "posto/engines/sqlite/failures.h"
 #include "posto/engines/sqlite/functions.h"
@@ -27,10 +28,14 @@ int still_in_time(void* user) {
   return now - *session.running_since > std::chrono::seconds(session.command_timeout);
 }
 
+// How long SQLite waits for another process; no seconds are for ever.
+int milliseconds(std::int32_t seconds) { return seconds > 0 && seconds < INT_MAX / 1000 ? seconds * 1000 : INT_MAX; }
+
 std::int64_t single_integer(sqlite3* database, const char* sql) {
   sqlite3_stmt* statement = nullptr;
   std::int64_t value = -1;
-  if (sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) == SQLITE_OK && sqlite3_step(statement) == SQLITE_ROW) {
+  if (sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) == SQLITE_OK &&
+      sqlite3_step(statement) == SQLITE_ROW) {
     value = sqlite3_column_int64(statement, 0);
   }
   sqlite3_finalize(statement);
@@ -48,7 +53,7 @@ SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds
   };
   if (code != SQLITE_OK) refuse(database_ == nullptr ? "sem memória" : sqlite3_errmsg(database_));
   sqlite3_extended_result_codes(database_, 1);
-  sqlite3_busy_timeout(database_, timeout_seconds > 0 ? timeout_seconds * 1000 : INT_MAX);
+  sqlite3_busy_timeout(database_, milliseconds(timeout_seconds));
   std::int64_t id = single_integer(database_, "PRAGMA application_id");
   if (id == -1) refuse(sqlite3_errmsg(database_));
   if (!create && id != kApplicationId) refuse("o arquivo não é um banco do posto");
@@ -56,11 +61,14 @@ SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds
   register_functions(database_, session_);
   sqlite3_progress_handler(database_, 10'000, still_in_time, &session_);
   try {
-    run_own("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; PRAGMA cache_size = -32000;");
+    run_own(
+        "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY; PRAGMA cache_size = "
+        "-32000;");
   } catch (const Erro& e) {
     cache_.clear();
     refuse(e.description());
   }
+  sqlite3_busy_timeout(database_, milliseconds(session_.command_timeout));
 }
 
 SqliteEngine::~SqliteEngine() {
@@ -88,85 +96,113 @@ void SqliteEngine::create_schema() {
   }
 }
 
-// The rows of a prepared statement, read as they are asked for.
+// The rows of a prepared statement, read as they are asked for; the rest at once where a change of the database would
+// come in between.
 class SqliteEngine::RunningCursor final : public Cursor {
  public:
   RunningCursor(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<KeptBatch> batch, KeptStatement& statement,
                 sqlite3_stmt* prepared, std::string_view text)
-      : engine_(std::move(engine)), batch_(std::move(batch)), statement_(statement), prepared_(prepared) {
-    if (engine_->observer_) report_ = std::make_unique<Report>(std::string(text));
+      : engine_(std::move(engine)),
+        batch_(std::move(batch)),
+        statement_(statement),
+        prepared_(prepared),
+        text_(std::move(engine_->spare_text_)) {
+    text_.assign(text);
+    engine_->running_.push_back(this);
   }
   ~RunningCursor() override {
-    statement_.give_back(prepared_);
-    if (report_ && engine_->observer_) {
-      engine_->observer_({report_->text, statement_.compiled().text, report_->spent, report_->rows});
-    }
+    std::erase(engine_->running_, this);
+    if (prepared_ != nullptr) statement_.give_back(prepared_);
+    if (engine_->observer_) engine_->observer_({text_, statement_.compiled().text, spent_, rows_});
+    engine_->spare_text_ = std::move(text_);
   }
 
   const ResultShape& shape() const override { return *statement_.shape(); }
   std::shared_ptr<const ResultShape> shared_shape() const override { return statement_.shape(); }
 
   bool next(std::span<Cell> row) override {
-    if (done_) return false;
-    auto started = report_ ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
-    int code = sqlite3_step(prepared_);
-    if (report_) {
-      report_->spent += std::chrono::steady_clock::now() - started;
-      report_->rows += code == SQLITE_ROW;
+    if (rest_) {
+      if (rest_->rows.next(row)) return true;
+      if (rest_->failure) throw *std::exchange(rest_->failure, std::nullopt);
+      return false;
     }
-    if (code != SQLITE_ROW) {
-      done_ = true;
-      if (code == SQLITE_DONE) return false;
-      raise_failure(engine_->database_, engine_->session_, statement_.compiled().text);
+    if (prepared_ == nullptr) return false;
+    row_ = row;
+    return step(row);
+  }
+
+  // Whether a statement could change which rows are still to come.
+  bool disturbed_by(const tsql::CompiledStatement& writing) const {
+    using tsql::StatementKind;
+    const tsql::CompiledStatement& own = statement_.compiled();
+    auto holds = [](const auto& list, const auto& one) {
+      return std::find(list.begin(), list.end(), one) != list.end();
+    };
+    if (prepared_ == nullptr || !holds(own.reads, writing.target)) return false;
+    if (writing.kind == StatementKind::insert) return true;
+    return writing.kind == StatementKind::update &&
+           std::any_of(writing.steers.begin(), writing.steers.end(),
+                       [&](auto* column) { return holds(own.steers, column); });
+  }
+
+  // Reads all the rows that are left, so that the database is free of this cursor.
+  void read_rest() {
+    if (prepared_ == nullptr) return;
+    auto rest = std::make_unique<Rest>();
+    for (Cell& cell : row_) rest->rows.keep_text(cell);  // the caller still looks at this row
+    std::vector<Cell> row(shape().columns().size());
+    try {
+      while (step(row)) rest->rows.add(row);
+    } catch (const Erro& e) {
+      rest->failure = e;
     }
-    read_row(prepared_, shape(), row);
-    return true;
+    rest_ = std::move(rest);
+  }
+
+  // The same within its batch, which a failure ends.
+  void finish() {
+    read_rest();
+    if (rest_->failure) throw *rest_->failure;
   }
 
  private:
-  struct Report {
-    explicit Report(std::string statement) : text(std::move(statement)) {}
-    std::string text;
-    std::chrono::nanoseconds spent{};
-    std::int64_t rows = 0;
+  struct Rest {
+    BufferedRows rows;
+    std::optional<Erro> failure;  // met behind them
   };
+
+  bool step(std::span<Cell> row) {
+    bool observed = engine_->observer_ != nullptr;
+    auto started = observed ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
+    engine_->session_.running_since.reset();
+    int code = sqlite3_step(prepared_);
+    if (observed) spent_ += std::chrono::steady_clock::now() - started;
+    if (code == SQLITE_ROW) {
+      ++rows_;
+      read_row(prepared_, shape(), row);
+      return true;
+    }
+    struct Release {
+      RunningCursor& self;
+      ~Release() { self.statement_.give_back(std::exchange(self.prepared_, nullptr)); }
+    } release{*this};
+    if (code == SQLITE_DONE) return false;
+    engine_->fail(text_);
+  }
+
   std::shared_ptr<SqliteEngine> engine_;
   std::shared_ptr<KeptBatch> batch_;
   KeptStatement& statement_;
-  sqlite3_stmt* prepared_;
-  std::unique_ptr<Report> report_;
-  bool done_ = false;
+  sqlite3_stmt* prepared_;  // null behind the last row
+  std::string text_;
+  std::chrono::nanoseconds spent_{};
+  std::int64_t rows_ = 0;
+  std::span<Cell> row_;  // of the caller, while the cursor stands on it
+  std::unique_ptr<Rest> rest_;
 };
 
-// Rows that were read before the batch went on.
-class SqliteEngine::BufferedCursor final : public Cursor {
- public:
-  explicit BufferedCursor(Cursor& from) : shape_(from.shared_shape()) {
-    std::vector<Cell> row(shape_->columns().size());
-    while (from.next(row)) {
-      for (Cell& cell : row) {
-        if (!cell.null && cell.text.data() != nullptr) cell.text = texts_.emplace_back(cell.text);
-        cells_.push_back(cell);
-      }
-    }
-  }
-  const ResultShape& shape() const override { return *shape_; }
-  std::shared_ptr<const ResultShape> shared_shape() const override { return shape_; }
-  bool next(std::span<Cell> row) override {
-    if (at_ == cells_.size()) return false;
-    std::copy_n(cells_.begin() + static_cast<std::ptrdiff_t>(at_), row.size(), row.begin());
-    at_ += row.size();
-    return true;
-  }
-
- private:
-  std::shared_ptr<const ResultShape> shape_;
-  std::deque<std::string> texts_;
-  std::vector<Cell> cells_;
-  std::size_t at_ = 0;
-};
-
-// --- running ------------------------------------------------------------------------------------------------------------
+// --- running
+// ------------------------------------------------------------------------------------------------------------
 
 std::shared_ptr<KeptBatch> SqliteEngine::compiled(std::string_view batch) {
   shape_.read(batch);
@@ -194,7 +230,7 @@ Outcome SqliteEngine::run(const std::shared_ptr<KeptBatch>& batch, std::string_v
     } else {
       outcome.cursor = start(batch, statement, own_text, markers);
       bool last = i + 1 == statements.size();
-      if (!last) outcome.cursor = std::make_unique<BufferedCursor>(*outcome.cursor);
+      if (!last) static_cast<RunningCursor&>(*outcome.cursor).finish();
     }
   }
   return outcome;
@@ -207,18 +243,30 @@ void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& s
   for (const tsql::Parameter& p : statement.parameters) {
     ++place;
     switch (p.from) {
-      case tsql::Parameter::From::literal: bind_literal(shape_.literals[p.ordinal], p, session_.date_order, value); break;
+      case tsql::Parameter::From::literal:
+        bind_literal(shape_.literals[p.ordinal], p, session_.date_order, value);
+        break;
       case tsql::Parameter::From::marker:
         if (p.ordinal >= markers.size()) throw Erro(erro::kSyntax, "tsql", "Falta o valor de um parâmetro (?)");
         bind_variant(*markers[p.ordinal], p, session_.date_order, value);
         break;
-      case tsql::Parameter::From::now: bind_date(clock_now(), value); break;
-      case tsql::Parameter::From::last_identity: bind_variant(last_identity(), p, session_.date_order, value); break;
+      case tsql::Parameter::From::now:
+        bind_date(clock_now(), value);
+        break;
+      case tsql::Parameter::From::last_identity:
+        bind_variant(last_identity(), p, session_.date_order, value);
+        break;
     }
     switch (value.kind) {
-      case tsql::BoundValue::Kind::null: sqlite3_bind_null(prepared, place); break;
-      case tsql::BoundValue::Kind::integer: sqlite3_bind_int64(prepared, place, value.integer); break;
-      case tsql::BoundValue::Kind::real: sqlite3_bind_double(prepared, place, value.real); break;
+      case tsql::BoundValue::Kind::null:
+        sqlite3_bind_null(prepared, place);
+        break;
+      case tsql::BoundValue::Kind::integer:
+        sqlite3_bind_int64(prepared, place, value.integer);
+        break;
+      case tsql::BoundValue::Kind::real:
+        sqlite3_bind_double(prepared, place, value.real);
+        break;
       case tsql::BoundValue::Kind::text:
         sqlite3_bind_text64(prepared, place, value.text.data(), value.text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
         break;
@@ -245,6 +293,28 @@ class Lease {
   sqlite3_stmt* prepared_;
 };
 
+// Undoes a statement that fails when it has written some of its rows, inside a transaction that goes on.
+class WholeOrNothing {
+ public:
+  WholeOrNothing(sqlite3* database, bool needed) : database_(needed ? database : nullptr) { run("SAVEPOINT posto"); }
+  ~WholeOrNothing() {
+    if (database_ != nullptr && sqlite3_get_autocommit(database_) == 0) run("ROLLBACK TO posto; RELEASE posto");
+  }
+  WholeOrNothing(const WholeOrNothing&) = delete;
+  WholeOrNothing& operator=(const WholeOrNothing&) = delete;
+  void keep() {
+    run("RELEASE posto");
+    database_ = nullptr;
+  }
+
+ private:
+  // A savepoint fails only where the transaction itself is lost.
+  void run(const char* sql) const {
+    if (database_ != nullptr) sqlite3_exec(database_, sql, nullptr, nullptr, nullptr);
+  }
+  sqlite3* database_;
+};
+
 [[noreturn]] void raise_with_statement(const Erro& e, std::string_view statement) {
   throw Erro(e.number(), "SQLite", e.description(), {.statement = std::string(statement)});
 }
@@ -257,20 +327,34 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
   auto started = observer_ ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
   session_.running_since.reset();
   Lease lease(statement);
-  if (lease.get() == nullptr) raise_failure(database_, session_, text);
+  if (lease.get() == nullptr) fail(text);
   try {
     bind(lease.get(), compiled, markers);
   } catch (const Erro& e) {
     raise_with_statement(e, text);
   }
+  for (RunningCursor* cursor : running_) {
+    if (cursor->disturbed_by(compiled)) cursor->read_rest();
+  }
+  WholeOrNothing whole(database_, compiled.may_fail_between_rows && in_transaction());
   int code = sqlite3_step(lease.get());
+  if (code == SQLITE_BUSY_SNAPSHOT && !running_.empty()) {
+    // Another process wrote since our cursors began to read: they hold an older state until they are done.
+    for (RunningCursor* cursor : running_) cursor->read_rest();
+    sqlite3_reset(lease.get());
+    code = sqlite3_step(lease.get());
+  }
   if (code != SQLITE_DONE && code != SQLITE_ROW) {
     sqlite3_reset(lease.get());
-    raise_failure(database_, session_, text);
+    fail(text);
   }
+  sqlite3_reset(lease.get());
+  whole.keep();
   std::int64_t rows = compiled.kind == tsql::StatementKind::create_table ? 0 : sqlite3_changes64(database_);
   if (compiled.kind == tsql::StatementKind::insert && compiled.target->identity() != nullptr && rows > 0) {
     session_.last_identity = sqlite3_last_insert_rowid(database_);
+  } else if (compiled.kind == tsql::StatementKind::insert && rows > 0) {
+    session_.last_identity.reset();
   }
   if (compiled.creates) session_.temporary_tables.push_back(compiled.creates);
   if (observer_) observer_({text, compiled.text, std::chrono::steady_clock::now() - started, rows});
@@ -279,9 +363,8 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
 
 std::unique_ptr<Cursor> SqliteEngine::start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement,
                                             std::string_view text, std::span<const Variant* const> markers) {
-  session_.running_since.reset();
   Lease lease(statement);
-  if (lease.get() == nullptr) raise_failure(database_, session_, text);
+  if (lease.get() == nullptr) fail(text);
   try {
     bind(lease.get(), statement.compiled(), markers);
   } catch (const Erro& e) {
@@ -320,6 +403,7 @@ std::string SqliteEngine::explain(std::string_view statement) {
   std::string plan;
   auto batch = compiled(statement);
   for (KeptStatement& kept : batch->statements) {
+    if (kept.compiled().text.empty()) continue;
     std::string sql = "EXPLAIN QUERY PLAN " + kept.compiled().text;
     sqlite3_stmt* prepared = nullptr;
     if (sqlite3_prepare_v2(database_, sql.c_str(), -1, &prepared, nullptr) != SQLITE_OK) {
@@ -342,26 +426,48 @@ Variant SqliteEngine::last_identity() const {
 void SqliteEngine::set_command_timeout(std::int32_t seconds) {
   if (seconds == session_.command_timeout) return;
   session_.command_timeout = seconds;
-  sqlite3_busy_timeout(database_, seconds > 0 ? seconds * 1000 : INT_MAX);
+  sqlite3_busy_timeout(database_, milliseconds(seconds));
 }
 
-// --- transactions -------------------------------------------------------------------------------------------------------
+// --- transactions
+// -------------------------------------------------------------------------------------------------------
 
 void SqliteEngine::begin() {
+  if (in_transaction()) throw Erro(erro::kTransactionOpen, "SQLite", "Já há uma transação aberta");
   run_own("BEGIN IMMEDIATE");
   tables_at_begin_ = session_.temporary_tables.size();
 }
 
-void SqliteEngine::commit() { run_own("COMMIT"); }
+void SqliteEngine::require_transaction() const {
+  if (!in_transaction()) throw Erro(erro::kNoTransaction, "SQLite", "Não há transação aberta");
+}
+
+void SqliteEngine::commit() {
+  require_transaction();
+  run_own("COMMIT");
+  tables_at_begin_.reset();
+}
 
 void SqliteEngine::rollback() {
+  require_transaction();
   run_own("ROLLBACK");
   forget_rolled_back_tables();
 }
 
+void SqliteEngine::fail(std::string_view statement) {
+  try {
+    raise_failure(database_, session_, statement);
+  } catch (const Erro&) {
+    if (!in_transaction()) forget_rolled_back_tables();  // SQLite may have ended the transaction itself
+    throw;
+  }
+}
+
 void SqliteEngine::forget_rolled_back_tables() {
-  if (session_.temporary_tables.size() == tables_at_begin_) return;
-  session_.temporary_tables.resize(tables_at_begin_);
+  if (!tables_at_begin_) return;
+  std::size_t stood_before = *std::exchange(tables_at_begin_, std::nullopt);
+  if (session_.temporary_tables.size() == stood_before) return;
+  session_.temporary_tables.resize(stood_before);
   cache_.clear();
 }
 

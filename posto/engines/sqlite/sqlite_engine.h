@@ -4,15 +4,17 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "posto/engines/engine.h"
 #include "posto/engines/sqlite/statement_cache.h"
 
 namespace posto::sqlite {
 
-// Every commit is on the disk before it returns (write-ahead log, full synchronisation), and other processes may read and
-// write the same file. Only text that the dialect's compiler wrote reaches SQLite.
+// Every commit is on the disk before it returns (write-ahead log, full synchronisation), and other processes may read
+// and write the same file. Only text that the dialect's compiler wrote reaches SQLite.
 class SqliteEngine final : public Engine, public std::enable_shared_from_this<SqliteEngine> {
  public:
   // Opens a file; with `create` makes it when it does not stand there. ":memory:" is a database of its own.
@@ -35,23 +37,27 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
 
  private:
   class RunningCursor;
-  class BufferedCursor;
   class Prepared;
 
   std::shared_ptr<KeptBatch> compiled(std::string_view batch);
   Outcome run(const std::shared_ptr<KeptBatch>& batch, std::string_view text, std::span<const Variant* const> markers);
-  std::unique_ptr<Cursor> start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement, std::string_view text,
-                                std::span<const Variant* const> markers);
+  std::unique_ptr<Cursor> start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement,
+                                std::string_view text, std::span<const Variant* const> markers);
   std::int64_t run_writing(KeptStatement& statement, std::string_view text, std::span<const Variant* const> markers);
   void bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::span<const Variant* const> markers);
   void run_own(const char* sql);
+  void require_transaction() const;
+  // Raises SQLite's last failure, met by `statement`.
+  [[noreturn]] void fail(std::string_view statement);
   void forget_rolled_back_tables();
 
   sqlite3* database_ = nullptr;
   Session session_;
   StatementCache cache_;
-  tsql::Shape shape_;                  // of the text under way; keeps its memory
-  std::size_t tables_at_begin_ = 0;    // temporary tables that stood when the transaction began
+  tsql::Shape shape_;                           // of the text under way; keeps its memory
+  std::optional<std::size_t> tables_at_begin_;  // temporary tables that stood when the transaction began
+  std::vector<RunningCursor*> running_;
+  std::string spare_text_;  // memory for the text of the next cursor
   StatementObserver observer_;
 };
 

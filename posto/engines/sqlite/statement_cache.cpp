@@ -7,19 +7,30 @@
 namespace posto::sqlite {
 namespace {
 
-std::shared_ptr<const ResultShape> shape_of(const tsql::CompiledStatement& compiled) {
+// The shape lives on in record sets, and with it the temporary tables to which its columns point.
+std::shared_ptr<const ResultShape> shape_of(const tsql::CompiledStatement& compiled,
+                                            const KeptStatement::Tables& temporary) {
   std::vector<ResultColumn> columns;
   for (const tsql::OutputColumn& out : compiled.outputs) {
-    columns.push_back({.name = out.name, .type = out.type.base, .width = out.type.width, .table = out.table, .column = out.column});
+    columns.push_back(
+        {.name = out.name, .type = out.type.base, .width = out.type.width, .table = out.table, .column = out.column});
   }
-  return std::make_shared<const ResultShape>(std::move(columns), compiled.target);
+  if (temporary.empty()) return std::make_shared<const ResultShape>(std::move(columns), compiled.target);
+  struct WithTables {
+    WithTables(std::vector<ResultColumn> columns, const Table* rows_of, const KeptStatement::Tables& temporary)
+        : tables(temporary), shape(std::move(columns), rows_of) {}
+    KeptStatement::Tables tables;
+    ResultShape shape;
+  };
+  auto both = std::make_shared<WithTables>(std::move(columns), compiled.target, temporary);
+  return {both, &both->shape};
 }
 
 }  // namespace
 
-KeptStatement::KeptStatement(tsql::CompiledStatement compiled, sqlite3* database)
+KeptStatement::KeptStatement(tsql::CompiledStatement compiled, const Tables& temporary, sqlite3* database)
     : compiled_(std::move(compiled)), database_(database) {
-  if (compiled_.kind == tsql::StatementKind::select) shape_ = shape_of(compiled_);
+  if (compiled_.kind == tsql::StatementKind::select) shape_ = shape_of(compiled_, temporary);
 }
 
 sqlite3_stmt* KeptStatement::take() {
@@ -29,8 +40,8 @@ sqlite3_stmt* KeptStatement::take() {
     return statement;
   }
   sqlite3_stmt* statement = nullptr;
-  sqlite3_prepare_v3(database_, compiled_.text.data(), static_cast<int>(compiled_.text.size()), SQLITE_PREPARE_PERSISTENT,
-                     &statement, nullptr);
+  sqlite3_prepare_v3(database_, compiled_.text.data(), static_cast<int>(compiled_.text.size()),
+                     SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
   return statement;
 }
 
@@ -68,10 +79,12 @@ std::shared_ptr<KeptBatch> StatementCache::find(std::string_view batch, const ts
     for (const auto& form : entry->forms) {
       if (form->compiled.serves(shape.literals)) return form;
     }
-    return entry->forms.emplace_back(compile(batch, shape));
+    auto compiled = compile(batch, shape);
+    if (entry->forms.size() == kMostForms) entry->forms.erase(entry->forms.begin());
+    return entry->forms.emplace_back(std::move(compiled));
   }
   auto compiled = compile(batch, shape);
-  if (found != by_shape_.end()) return compiled;   // a control character in the text looks like a literal: not kept
+  if (found != by_shape_.end()) return compiled;  // a control character in the text looks like a literal: not kept
   if (entries_.size() == kMostShapes) {
     by_shape_.erase(entries_.back().shape);
     entries_.pop_back();
@@ -90,8 +103,11 @@ std::shared_ptr<KeptBatch> StatementCache::compile(std::string_view batch, const
   auto kept = std::make_shared<KeptBatch>();
   kept->compiled = tsql::compile(
       batch, shape.literals, [this](std::string_view name) { return session_.find_table(name); }, tsql::write_sqlite);
+  kept->temporary = session_.temporary_tables;
+  KeptStatement::Tables tables = kept->temporary;
+  tables.insert(tables.end(), kept->compiled.temporary.begin(), kept->compiled.temporary.end());
   for (tsql::CompiledStatement& statement : kept->compiled.statements) {
-    kept->statements.emplace_back(std::move(statement), database_);
+    kept->statements.emplace_back(std::move(statement), tables, database_);
   }
   kept->compiled.statements.clear();
   return kept;

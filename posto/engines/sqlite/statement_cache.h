@@ -18,7 +18,10 @@ namespace posto::sqlite {
 // One statement of a batch, prepared as often as it runs at the same time.
 class KeptStatement {
  public:
-  KeptStatement(tsql::CompiledStatement compiled, sqlite3* database);
+  using Tables = std::vector<std::shared_ptr<tsql::TemporaryTable>>;
+
+  // `temporary`: tables to which the statement and its results may point.
+  KeptStatement(tsql::CompiledStatement compiled, const Tables& temporary, sqlite3* database);
   KeptStatement(KeptStatement&&) = default;
 
   const tsql::CompiledStatement& compiled() const { return compiled_; }
@@ -38,8 +41,9 @@ class KeptStatement {
 };
 
 struct KeptBatch {
-  tsql::CompiledBatch compiled;             // without its statements, which stand below
+  tsql::CompiledBatch compiled;  // without its statements, which stand below
   std::vector<KeptStatement> statements;
+  KeptStatement::Tables temporary;  // the session's tables to which the statements may point
 };
 
 // The least recently used shapes are dropped first.
@@ -54,19 +58,20 @@ class StatementCache {
 
  private:
   static constexpr std::size_t kMostShapes = 500;
+  static constexpr std::size_t kMostForms = 20;
   struct Hash {
     std::size_t operator()(std::string_view text) const;
   };
   struct Entry {
     std::string shape;
     std::size_t literals;
-    std::vector<std::shared_ptr<KeptBatch>> forms;   // one for each set of pinned literals
+    std::vector<std::shared_ptr<KeptBatch>> forms;  // one for each set of pinned literals
   };
   std::shared_ptr<KeptBatch> compile(std::string_view batch, const tsql::Shape& shape);
 
   sqlite3* database_ = nullptr;
   Session& session_;
-  std::list<Entry> entries_;                          // most recently used first
+  std::list<Entry> entries_;  // most recently used first
   std::unordered_map<std::string_view, std::list<Entry>::iterator, Hash> by_shape_;
 };
 

@@ -46,11 +46,11 @@ SELECT Substring(Convert(Char, Cd) + 'x', 30, 2) FROM #T
 => rows
 ' x'
 
--- a decimal as text keeps its own decimals
-SELECT Cast(12.50 As varchar), Cast(-0.5 As varchar)
+-- a decimal as text
+SELECT Cast(12.50 As varchar), Cast(-0.25 As varchar)
 => rows
-'12.50', '-0.5'
+'12.50', '-0.25'
 
 -- a date and a number do not convert
 SELECT Cast(Dt As Int) FROM #T
-=> error 0x80040E14 posição 13
+=> error 0x80040E14 posição 8

@@ -88,4 +88,4 @@ SELECT Max(Dt), Min(Dt) FROM #T
 
 -- a date is no number
 SELECT Cd FROM #T WHERE Dt = Cd
-=> error 0x80040E14 número (posição 31)
+=> error 0x80040E14 número (posição 30)

@@ -14,7 +14,7 @@ SELECT 7 / 2, -7 / 2, By_ / 2 FROM #T WHERE Cd = 1
 SELECT Sum(Vl), Sum(Vl) - 0.3, Sum(Qt) - 0.3 FROM #T
 => types money money float64
 => rows
-0.3000, 0.0000, 5.551115123125783e-17
+0.3000, 0.0000, 5.551115123125783E-17
 
 -- money compares exactly
 SELECT Cd FROM #T WHERE Vl + 0.1 = 0.2 OR Vl * 3 = 0.6 ORDER BY Cd
@@ -49,7 +49,7 @@ SELECT Vl * Vl, 0.05 * Vl * Vl FROM #T WHERE Cd = 1
 -- money times a decimal that money has no room for
 SELECT Vl * 0.00005 FROM #T WHERE Cd = 2
 => rows
-1e-05
+0.00001
 
 -- sums and averages
 SELECT Sum(Cd), Avg(Cd), Sum(By_), Avg(By_), Avg(Vl), Sum(Tx) FROM #T
@@ -218,11 +218,11 @@ SELECT Cd + 2147483647 As Grande FROM #T
 => error 0x80040E57 Grande
 
 -- too great for money
-SELECT Vl * 922337203685477 * 100 FROM #T
+SELECT Vl * 2147483647 * 2147483647 FROM #T
 => error 0x80040E57 aritm
 
 -- a sum too great for money
-SELECT Sum(Vl * 900000000000000 * 10) FROM #T
+SELECT Sum(Vl * 2147483647 * 2000000) FROM #T
 => error 0x80040E57 aritm
 
 -- a value out of a column's range

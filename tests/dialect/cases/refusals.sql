@@ -16,11 +16,11 @@ SELECT B.Nada FROM Bomba B
 
 -- a prefix that does not exist
 SELECT X.Cd_Bomba FROM Bomba B
-=> error 0x80040E14 'X' (posição 8)
+=> error 0x80040E14 'X' não é uma tabela do comando (posição 8)
 
 -- a table's name behind its alias
 SELECT Bomba.Cd_Bomba FROM Bomba B
-=> error 0x80040E14 'Bomba' (posição 8)
+=> error 0x80040E14 'Bomba' não é uma tabela do comando (posição 8)
 
 -- an ambiguous column
 SELECT Cd_Produto FROM Bomba, Tanque
@@ -96,7 +96,7 @@ SELECT ?
 
 -- a table of the schema that is created
 SELECT * FROM Bomba; CREATE TABLE Bomba (Cd int)
-=> error 0x80040E14 Bomba
+=> error 0x80040E14 (posição 35)
 
 -- a bare word where an operator belongs
 SELECT Cd_Bomba FROM Bomba WHERE Cd_Bomba is 1

@@ -119,7 +119,7 @@ SELECT sum("#A"."Vl") FROM "#A" WHERE (("#A"."Cd" = ?1) OR ("#A"."Vl" < ?2)) GRO
 -- having with aggregates stays
 SELECT Vl, Count(*) As Qt FROM #A GROUP BY Vl HAVING Count(*) > 1 And Vl > 0
 => sqlite
-SELECT "#A"."Vl", count(*) FROM "#A" WHERE ("#A"."Vl" > ?2) GROUP BY "#A"."Vl" HAVING (count(*) > ?1)
+SELECT "#A"."Vl", count(*) FROM "#A" WHERE ("#A"."Vl" > ?1) GROUP BY "#A"."Vl" HAVING (count(*) > ?2)
 => rows
 20.0000, 2
 

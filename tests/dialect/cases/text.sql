@@ -84,6 +84,7 @@ SELECT Cd FROM #T WHERE Nm Like 'AVIL_' ORDER BY Cd
 -- like with a set and a run
 SELECT Cd FROM #T WHERE Nm Like '[a-c]v%' ORDER BY Cd
 => rows
+1
 2
 3
 
@@ -105,7 +106,7 @@ SELECT Max(Fl) FROM #T
 -- a quote inside a text is doubled
 SELECT 'd''água'
 => rows
-'d''água'
+'d'água'
 
 -- subquery of texts
 SELECT Cd FROM #T WHERE 'n ' In (SELECT Fl FROM #T B WHERE B.Cd = #T.Cd) ORDER BY Cd
@@ -139,10 +140,10 @@ SELECT IsNull(Fl, 'xyz') FROM #T WHERE Cd = 4
 => rows
 'x'
 
--- the union of texts
-SELECT Fl FROM #T WHERE Cd = 1 UNION SELECT Fl FROM #T WHERE Cd = 2
+-- the union of texts tells them apart blind
+SELECT Cd FROM #T WHERE Cd = 1 AND (SELECT Fl FROM #T WHERE Cd = 1 UNION SELECT 'n ') = 'N'
 => rows
-'N'
+1
 
 -- a text that does not fit
 INSERT INTO #T (Cd, Fl) Values (9, 'NN')
