@@ -10,12 +10,6 @@ namespace {
 
 constexpr const char* kSource = "ADODB.Connection";
 
-std::string file_of(std::string_view connection_string) {
-  constexpr std::string_view kScheme = "sqlite:";
-  if (connection_string.starts_with(kScheme)) connection_string.remove_prefix(kScheme.size());
-  return std::string(connection_string);
-}
-
 }  // namespace
 
 void Connection::Open(std::string_view connection_string) {
@@ -27,22 +21,24 @@ void Connection::Open(std::string_view connection_string) {
 void Connection::Create(std::string_view connection_string) {
   namespace fs = std::filesystem;
   if (engine_) throw Erro(erro::kObjectOpen, kSource, "A conexão já está aberta");
-  const std::string file = file_of(connection_string);
+  const std::string file = std::string(database_file(connection_string));
   if (file == ":memory:") {
     Use(open_engine(file, ConnectionTimeout, true));
     return engine_->create_schema();
   }
   if (fs::exists(file)) throw Erro(erro::kProviderFailure, kSource, "O banco " + file + " já existe");
   const std::string unfinished = file + ".criando";
-  fs::remove(unfinished);
+  for (const char* part : {"", "-wal", "-shm"}) fs::remove(unfinished + part);
   open_engine(unfinished, ConnectionTimeout, true)->create_schema();
   std::error_code failed;
   fs::rename(unfinished, file, failed);
-  if (failed) throw Erro(erro::kProviderFailure, kSource, "Não foi possível criar o banco " + file + ": " + failed.message());
+  if (failed)
+    throw Erro(erro::kProviderFailure, kSource, "Não foi possível criar o banco " + file + ": " + failed.message());
   Open(connection_string);
 }
 
 void Connection::Use(std::shared_ptr<Engine> engine) {
+  writes_.clear();
   engine_ = std::move(engine);
   engine_->set_observer(observer_);
 }

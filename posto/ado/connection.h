@@ -18,8 +18,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
  public:
   static std::shared_ptr<Connection> create() { return std::make_shared<Connection>(); }
 
-  std::int32_t ConnectionTimeout = 15;   // seconds that Open waits for a busy database
-  std::int32_t CommandTimeout = 30;      // seconds until a statement is given up; read at each statement; 0 waits for ever
+  std::int32_t ConnectionTimeout = 15;  // seconds that Open waits for a busy database
+  std::int32_t CommandTimeout = 30;  // seconds until a statement is given up; read at each statement; 0 waits for ever
 
   // Opens "sqlite:FILE" or a plain path. Raises 3705 when it is open already, 0x80004005 when it cannot be opened.
   void Open(std::string_view connection_string);
@@ -28,10 +28,10 @@ class Connection : public std::enable_shared_from_this<Connection> {
   // Works on an engine that the caller brings (tests wrap one).
   void Use(std::shared_ptr<Engine> engine);
   void Close();
-  std::int32_t State() const { return engine_ ? 1 : 0; }   // 1 open, 0 closed
+  std::int32_t State() const { return engine_ ? 1 : 0; }  // 1 open, 0 closed
 
-  // Runs a batch. The record set of its last statement that gives rows, read forward as rows are asked for; a closed one
-  // when none does. Raises 3709 on a closed connection and the provider's failures.
+  // Runs a batch. The record set of its last statement that gives rows, read forward as rows are asked for; a closed
+  // one when none does. Raises 3709 on a closed connection and the provider's failures.
   Recordset Execute(std::string_view statements);
   // The same, telling how many rows the last writing statement touched.
   Recordset Execute(std::string_view statements, std::int64_t& affected);
@@ -47,8 +47,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   // The engine, ready for a statement under the present CommandTimeout. Raises 3709 when closed.
   Engine& engine();
 
-  // An INSERT or UPDATE of a record set, kept by what makes it the same one: the shape, which `key` names by its address
-  // and which stays alive with it, and the columns that are written. Empty when it is new.
+  // An INSERT or UPDATE of a record set, kept by what makes it the same one: the shape, which `key` names by its
+  // address and which stays alive with it, and the columns that are written. Empty when it is new.
   struct KeptWrite {
     std::shared_ptr<const ResultShape> shape;
     std::shared_ptr<PreparedStatement> statement;

@@ -12,17 +12,56 @@ namespace {
 Variant converted(const Variant& value, SqlType type) {
   if (value.is_null() || value.is_empty()) return Null{};
   switch (type) {
-    case SqlType::bit: return value.as<bool>();
-    case SqlType::byte: return value.as<std::uint8_t>();
-    case SqlType::int16: return value.as<std::int16_t>();
-    case SqlType::int32: return value.as<std::int32_t>();
-    case SqlType::float32: return value.as<float>();
-    case SqlType::float64: return value.as<double>();
-    case SqlType::money: return value.as<Currency>();
-    case SqlType::date: return value.as<Date>();
-    case SqlType::text: break;
+    case SqlType::bit:
+      return value.as<bool>();
+    case SqlType::byte:
+      return value.as<std::uint8_t>();
+    case SqlType::int16:
+      return value.as<std::int16_t>();
+    case SqlType::int32:
+      return value.as<std::int32_t>();
+    case SqlType::float32:
+      return value.as<float>();
+    case SqlType::float64:
+      return value.as<double>();
+    case SqlType::money:
+      return value.as<Currency>();
+    case SqlType::date:
+      return value.as<Date>();
+    case SqlType::text:
+      break;
   }
   return value.is_text() ? value : Variant(value.as<std::string>());
+}
+
+// A value that has been converted to the column's type, as a cell; its text stays the value's own.
+Cell cell_of(const Variant& value, SqlType type) {
+  Cell cell;
+  cell.null = value.is_null();
+  if (cell.null) return cell;
+  switch (type) {
+    case SqlType::bit:
+      cell.integer = value.as<bool>();
+      break;
+    case SqlType::byte:
+    case SqlType::int16:
+    case SqlType::int32:
+      cell.integer = value.as<std::int32_t>();
+      break;
+    case SqlType::float32:
+    case SqlType::float64:
+      cell.real = value.as<double>();
+      break;
+    case SqlType::money:
+      cell.integer = value.held<Currency>().scaled();
+      break;
+    case SqlType::date:
+      cell.integer = value.held<Date>().millis();
+      break;
+    case SqlType::text:
+      cell.text = value.held<std::string>();
+  }
+  return cell;
 }
 
 bool is_table_name(std::string_view source) {
@@ -41,12 +80,12 @@ struct Recordset::Edit {
   struct Slot {
     State state = State::none;
     Variant pending;
-    Variant stored;               // written by an earlier Update; counts when `has_stored`
+    Variant stored;  // written by an earlier Update; counts when `has_stored`
     bool has_stored = false;
   };
   std::vector<Slot> slots;
-  bool adding = false;            // AddNew, not yet Update
-  bool added = false;             // the current record is one that was added
+  bool adding = false;  // AddNew, not yet Update
+  bool added = false;   // the current record is one that was added
   bool changed = false;
 };
 
@@ -55,11 +94,13 @@ Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 Recordset::~Recordset() = default;
 
-// --- opening and closing ------------------------------------------------------------------------------------------------
+// --- opening and closing
+// ------------------------------------------------------------------------------------------------
 
 void Recordset::ActiveConnection(std::shared_ptr<Connection> connection) {
   if (open_ && connection) raise(erro::kObjectOpen, "O conjunto de registros está aberto");
-  if (open_ && CursorLocation != adUseClient) raise(erro::kNotSupported, "Só um cursor do cliente se desliga da conexão");
+  if (open_ && CursorLocation != adUseClient)
+    raise(erro::kNotSupported, "Só um cursor do cliente se desliga da conexão");
   connection_ = std::move(connection);
 }
 
@@ -90,7 +131,8 @@ void Recordset::Close() {
   open_ = false;
 }
 
-// --- moving -------------------------------------------------------------------------------------------------------------
+// --- moving
+// -------------------------------------------------------------------------------------------------------------
 
 // The first question about the rows fetches the first of them.
 Recordset::Rows& Recordset::rows() {
@@ -102,12 +144,15 @@ Recordset::Rows& Recordset::rows() {
   return *rows_;
 }
 
-bool Recordset::EOF() { return rows().behind_last(); }
+bool Recordset::EOF() { return rows().behind_last() && !on_new_record(); }
 
 bool Recordset::BOF() {
   Rows& r = rows();
+  if (on_new_record()) return false;
   return r.before_first() || (r.behind_last() && r.fetched() == 0);
 }
+
+bool Recordset::on_new_record() const { return edit_ && (edit_->adding || edit_->added); }
 
 void Recordset::leave_record() {
   if (edit_ && (edit_->changed || edit_->adding)) Update();
@@ -122,7 +167,7 @@ void Recordset::MoveNext() {
 
 void Recordset::MovePrevious() {
   require_kept();
-  if (rows().before_first()) raise(erro::kNoCurrentRecord, "Não há registro anterior");
+  if (BOF()) raise(erro::kNoCurrentRecord, "Não há registro anterior");
   leave_record();
   rows_->previous();
 }
@@ -153,7 +198,8 @@ std::int32_t Recordset::RecordCount() {
   return r.keeps() && r.exhausted() ? static_cast<std::int32_t>(r.fetched()) : -1;
 }
 
-// --- fields -------------------------------------------------------------------------------------------------------------
+// --- fields
+// -------------------------------------------------------------------------------------------------------------
 
 const ResultShape& Recordset::shape() const {
   if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
@@ -183,7 +229,7 @@ Variant Recordset::field_value(std::size_t index) {
     const Edit::Slot& slot = edit_->slots[index];
     if (slot.state == Edit::State::pending) return slot.pending;
     if (slot.has_stored) return slot.stored;
-    if (edit_->adding || edit_->added) return Null{};
+    if (on_new_record()) return Null{};
   }
   return cell_value(cell(index), shape_->columns()[index].type);
 }
@@ -191,8 +237,8 @@ Variant Recordset::field_value(std::size_t index) {
 void Recordset::set_field(std::size_t index, const Variant& value) {
   const ResultColumn& column = shape().columns()[index];
   require_updatable();
-  bool adding = edit_ && edit_->adding;
-  if (!adding && !(edit_ && edit_->added) && !rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
+  if (column.column == nullptr) raise(erro::kNotSupported, "O campo " + column.name + " é calculado");
+  if (!on_new_record() && !rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
   if (!edit_) start_edit();
   Edit::Slot& slot = edit_->slots[index];
   slot.pending = converted(value, column.type);
@@ -211,7 +257,8 @@ void Recordset::start_edit() {
   edit_->slots.resize(shape_->columns().size());
 }
 
-// --- writing ------------------------------------------------------------------------------------------------------------
+// --- writing
+// ------------------------------------------------------------------------------------------------------------
 
 void Recordset::AddNew() {
   require_updatable();
@@ -225,11 +272,13 @@ void Recordset::Update() {
   if (!edit_ || (!edit_->adding && !edit_->changed)) return;
   if (!connection_) raise(erro::kConnectionInvalid, "O conjunto de registros está desligado da conexão");
   edit_->adding ? insert_pending() : update_pending();
-  for (Edit::Slot& slot : edit_->slots) {
+  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
+    Edit::Slot& slot = edit_->slots[i];
     if (slot.state != Edit::State::pending) continue;
     slot.stored = std::move(slot.pending);
     slot.has_stored = true;
     slot.state = Edit::State::none;
+    if (!on_new_record() && rows_->keeps()) rows_->replace(i, cell_of(slot.stored, shape_->columns()[i].type));
   }
   edit_->added = edit_->added || edit_->adding;
   edit_->adding = edit_->changed = false;
@@ -269,7 +318,7 @@ std::string insert_statement(const ResultShape& shape, std::string_view letters)
   for (std::size_t i = 0; i < letters.size(); ++i) {
     if (letters[i] == 's') add(shape.columns()[i].column->name, "?");
   }
-  for (const Column& c : table.columns) {   // a record without a value still needs a column to name
+  for (const Column& c : table.columns) {  // a record without a value still needs a column to name
     if (columns.empty() && c.nullable) add(c.name, "NULL");
   }
   return "INSERT INTO " + std::string(table.name) + " (" + columns + ") VALUES (" + marks + ")";
@@ -278,6 +327,7 @@ std::string insert_statement(const ResultShape& shape, std::string_view letters)
 std::string update_statement(const ResultShape& shape, std::string_view letters) {
   std::string sets, where;
   for (std::size_t i = 0; i < letters.size(); ++i) {
+    if (shape.columns()[i].column == nullptr) continue;
     const Column& column = *shape.columns()[i].column;
     const std::string name(column.name);
     bool set = letters[i] == 's' || letters[i] == 'n';
@@ -312,9 +362,13 @@ void Recordset::insert_pending() {
   auto statement = kept_write(key, insert_statement);
   statement->run(values);
   for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
-    if (!shape_->columns()[i].column->identity) continue;
-    edit_->slots[i].stored = connection_->engine().last_identity();
-    edit_->slots[i].has_stored = true;
+    const ResultColumn& column = shape_->columns()[i];
+    Edit::Slot& slot = edit_->slots[i];
+    if (column.column == nullptr || slot.state == Edit::State::pending) continue;
+    slot.has_stored = column.column->identity || !column.column->default_value.empty();
+    if (!slot.has_stored) continue;
+    slot.stored = column.column->identity ? connection_->engine().last_identity()
+                                          : converted(Variant(column.column->default_value), column.type);
   }
 }
 
@@ -323,24 +377,24 @@ void Recordset::update_pending() {
   std::vector<Variant> former(edit_->slots.size());
   std::vector<const Variant*> values, conditions;
   for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
-    const Column& column = *shape_->columns()[i].column;
+    const Column* column = shape_->columns()[i].column;
     Edit::Slot& slot = edit_->slots[i];
     bool pending = slot.state == Edit::State::pending;
-    if (!pending && !column.key) continue;
+    if (column == nullptr || (!pending && !column->key)) continue;
     former[i] = former_value(i);
     bool changed = pending && former[i] != slot.pending;
     if (changed) {
       values.push_back(&slot.pending);
       key[kKeyHead + i] = former[i].is_null() ? 'n' : 's';
     }
-    if ((changed || column.key) && !former[i].is_null()) conditions.push_back(&former[i]);
+    if ((changed || column->key) && !former[i].is_null()) conditions.push_back(&former[i]);
   }
   if (values.empty()) return;
   values.insert(values.end(), conditions.begin(), conditions.end());
   auto statement = kept_write(key, update_statement);
   if (statement->run(values).affected == 0) {
-    raise(erro::kRowNotFound, "O registro foi alterado ou excluído desde a leitura (" +
-                                  std::string(shape_->updatable_table()->name) + ")");
+    raise(erro::kRowNotFound,
+          "O registro foi alterado ou excluído desde a leitura (" + std::string(shape_->updatable_table()->name) + ")");
   }
 }
 
@@ -352,7 +406,8 @@ Variant Recordset::former_value(std::size_t index) {
   return cell_value(cell(index), shape_->columns()[index].type);
 }
 
-// --- Field --------------------------------------------------------------------------------------------------------------
+// --- Field
+// --------------------------------------------------------------------------------------------------------------
 
 const std::string& Field::Name() const { return set_->shape().columns()[index_].name; }
 SqlType Field::type() const { return set_->shape().columns()[index_].type; }
@@ -363,7 +418,8 @@ void Field::Value(const Variant& value) const { set_->set_field(index_, value); 
 
 Variant Field::Properties(std::string_view name) const {
   const ResultColumn& column = set_->shape().columns()[index_];
-  if (equal_names(name, "OCTETLENGTH")) return std::int32_t{column.type == SqlType::text ? column.width : std::uint16_t{0}};
+  if (equal_names(name, "OCTETLENGTH"))
+    return std::int32_t{column.type == SqlType::text ? column.width : std::uint16_t{0}};
   if (equal_names(name, "ISAUTOINCREMENT")) return column.column != nullptr && column.column->identity;
   raise(erro::kNoSuchItem, "O campo não tem a propriedade " + std::string(name));
 }

@@ -17,7 +17,12 @@
 namespace posto {
 
 enum CursorTypeEnum : std::int32_t { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
-enum LockTypeEnum : std::int32_t { adLockReadOnly = 1, adLockPessimistic = 2, adLockOptimistic = 3, adLockBatchOptimistic = 4 };
+enum LockTypeEnum : std::int32_t {
+  adLockReadOnly = 1,
+  adLockPessimistic = 2,
+  adLockOptimistic = 3,
+  adLockBatchOptimistic = 4
+};
 enum CursorLocationEnum : std::int32_t { adUseServer = 2, adUseClient = 3 };
 
 class Recordset;
@@ -27,8 +32,8 @@ class Field {
  public:
   const std::string& Name() const;
   SqlType type() const;
-  std::uint16_t width() const;          // of text: the column's characters, 0 when not known
-  Variant Value() const;                // Raises 3021 without a current record.
+  std::uint16_t width() const;  // of text: the column's characters, 0 when not known
+  Variant Value() const;        // Raises 3021 without a current record.
   bool is_null() const;
   // The value as T. Raises 94 for null, 13 and 6 as conversions do.
   template <class T>
@@ -40,8 +45,8 @@ class Field {
   T value_or(T otherwise) const {
     return is_null() ? otherwise : as<T>();
   }
-  // Writes into the current record; the database gets it at Update. Raises 3251 where the record set is not updatable,
-  // 13 and 6 when the value cannot become the column's type.
+  // Writes into the current record; the database gets it at Update. Raises 3251 where the record set is not updatable
+  // or the field is calculated, 13 and 6 when the value cannot become the column's type.
   void Value(const Variant& value) const;
   const Field& operator=(const Variant& value) const {
     Value(value);
@@ -79,27 +84,28 @@ class Recordset {
   void ActiveConnection(std::shared_ptr<Connection> connection);
   const std::shared_ptr<Connection>& ActiveConnection() const { return connection_; }
 
-  // Runs Source. Raises 3705 when open, 3709 without a connection, the provider's failures, and 3704 at the first use when
-  // the statement gave no rows.
+  // Runs Source. Raises 3705 when open, 3709 without a connection, the provider's failures, and 3704 at the first use
+  // when the statement gave no rows.
   void Open();
-  void Close();                         // raises 3704 when closed already
+  void Close();  // raises 3704 when closed already
   std::int32_t State() const { return open_ ? 1 : 0; }
 
-  bool EOF();                           // behind the last record
-  bool BOF();                           // before the first; both when there is no record at all
-  void MoveNext();                      // raises 3021 behind the last record
-  void MovePrevious();                  // raises 3251 on a forward-only set
-  void MoveFirst();                     // on a forward-only set only before the first MoveNext, otherwise 3251
-  void MoveLast();                      // raises 3021 when there is none, 3251 on a forward-only set
-  std::int32_t RecordCount();           // -1 where rows are fetched as asked for and not all are here
+  bool EOF();                  // behind the last record
+  bool BOF();                  // before the first; both when there is no record at all
+  void MoveNext();             // raises 3021 behind the last record
+  void MovePrevious();         // raises 3251 on a forward-only set
+  void MoveFirst();            // on a forward-only set only before the first MoveNext, otherwise 3251
+  void MoveLast();             // raises 3021 when there is none, 3251 on a forward-only set
+  std::int32_t RecordCount();  // -1 where rows are fetched as asked for and not all are here
 
   std::size_t field_count() const;
-  Field Fields(std::size_t index);          // raises 3265
-  Field Fields(std::string_view name);      // blind to case, the first of two columns of one name; raises 3265
+  Field Fields(std::size_t index);      // raises 3265
+  Field Fields(std::string_view name);  // blind to case, the first of two columns of one name; raises 3265
   Field operator[](std::string_view name) { return Fields(name); }
   Field operator[](std::size_t index) { return Fields(index); }
 
-  // Starts a new record; fields that are not written keep the column's default. Raises 3251 unless updatable.
+  // Starts a new record; fields that are not written keep the column's default. The record stays current until the set
+  // moves, and is not among the rows that it then finds. Raises 3251 unless updatable.
   void AddNew();
   // Writes the new record, or of the current one the columns that changed, found by its key and their old values.
   // Raises 0x80040E38 when that row is gone or was changed, the provider's failures, and then keeps the pending values.
@@ -118,6 +124,7 @@ class Recordset {
   void begin_on(std::unique_ptr<Cursor> cursor, std::shared_ptr<Connection> connection);
   Rows& rows();
   void leave_record();
+  bool on_new_record() const;  // added, or about to be
   void require_kept();
   void require_updatable() const;
   void start_edit();
@@ -135,7 +142,7 @@ class Recordset {
   std::unique_ptr<Rows> rows_;
   std::unique_ptr<Edit> edit_;
   bool open_ = false;
-  bool started_ = false;                // the first row was asked for
+  bool started_ = false;  // the first row was asked for
 };
 
 }  // namespace posto

@@ -61,9 +61,14 @@ void RowReader::move_to(std::int64_t row) {
   show(row);
 }
 
+void RowReader::replace(std::size_t column, Cell cell) {
+  if (!cell.null && cell.text.data() != nullptr) cell.text = texts_.keep(cell.text);
+  kept_[static_cast<std::size_t>(position_) * width_ + column] = cell;
+}
+
 void RowReader::fetch_all() {
   while (fetch()) continue;
-  if (on_row()) show(position_);   // the memory of the rows may have moved
+  if (on_row()) show(position_);  // the memory of the rows may have moved
 }
 
 }  // namespace posto

@@ -36,11 +36,12 @@ class RowReader {
   std::int64_t position() const { return position_; }
   std::int64_t fetched() const { return fetched_; }
 
-  void next();                  // to the next row, or behind the last
-  void previous();              // of kept rows
-  void move_to(std::int64_t row);   // of kept rows; behind the last when there is none
-  void fetch_all();             // reads the rest and lets the cursor go; of kept rows
+  void next();                     // to the next row, or behind the last
+  void previous();                 // of kept rows
+  void move_to(std::int64_t row);  // of kept rows; behind the last when there is none
+  void fetch_all();                // reads the rest and lets the cursor go; of kept rows
   const Cell& cell(std::size_t column) const { return current_[column]; }
+  void replace(std::size_t column, Cell cell);  // in the current one of kept rows
 
  private:
   bool fetch();
@@ -49,7 +50,7 @@ class RowReader {
   std::unique_ptr<Cursor> cursor_;
   bool keep_;
   std::size_t width_;
-  std::vector<Cell> row_;       // the row that the cursor stands on
+  std::vector<Cell> row_;  // the row that the cursor stands on
   std::vector<Cell> kept_;
   TextArena texts_;
   const Cell* current_ = nullptr;

@@ -138,5 +138,7 @@ class Engine {
 // database that another process holds. The file must exist unless `create` is set. Raises 0x80004005.
 std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds,
                                     bool create = false);
+// The file that a connection string names.
+std::string_view database_file(std::string_view connection_string);
 
 }  // namespace posto

@@ -17,8 +17,8 @@ bool holds_key(const std::vector<ResultColumn>& columns, const Table& table) {
 
 ResultShape::ResultShape(std::vector<ResultColumn> columns, const Table* rows_of) : columns_(std::move(columns)) {
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    exact_.emplace(columns_[i].name, static_cast<int>(i));
-    folded_.emplace(ascii_lower(columns_[i].name), static_cast<int>(i));
+    const int first = folded_.emplace(ascii_lower(columns_[i].name), static_cast<int>(i)).first->second;
+    exact_.emplace(columns_[i].name, first);
   }
   if (rows_of != nullptr && holds_key(columns_, *rows_of)) updatable_ = rows_of;
 }

@@ -1,7 +1,6 @@
 #include "posto/tsql/compiled.h"
 
 #include "posto/tsql/parser.h"
-#include "posto/tsql/walk.h"
 
 namespace posto::tsql {
 
@@ -28,33 +27,6 @@ std::vector<OutputColumn> output_columns(const Select& select) {
     outputs.push_back(std::move(out));
   }
   return outputs;
-}
-
-namespace {
-
-void collect_columns(const Expr& e, std::vector<const Column*>& columns) {
-  if (e.kind == ExprKind::column) columns.push_back(e.column);
-  for (const ExprPtr& a : e.args) collect_columns(*a, columns);
-  if (e.select) each_expression(*e.select, [&](const Expr& inner) { collect_columns(inner, columns); });
-}
-
-}  // namespace
-
-std::vector<const Column*> steering_columns(const Select& select) {
-  std::vector<const Column*> columns;
-  auto collect = [&](const Expr& e) { collect_columns(e, columns); };
-  for (const SelectCore& core : select.parts) {
-    for (const auto& from : core.from)
-      each_source(
-          *from, [](const Source&) {}, collect);
-    if (core.where) collect(*core.where);
-    if (core.having) collect(*core.having);
-    for (const ExprPtr& e : core.group_by) collect(*e);
-  }
-  for (const OrderItem& item : select.order_by) {
-    collect(item.output > 0 ? *select.parts.front().items[item.output - 1].expr : *item.expr);
-  }
-  return columns;
 }
 
 const Table* row_by_row_table(const Select& select) {

@@ -37,11 +37,9 @@ struct CompiledStatement {
   std::size_t position = 0, end = 0;  // bytes of the batch
   std::string text;                   // empty for a statement that only changes the session
   std::vector<Parameter> parameters;
-  std::vector<OutputColumn> outputs;  // of a select
-  const Table* target = nullptr;      // the table that it writes; of a select the one table that it reads row by row
-  std::vector<const Table*> reads;    // the tables that it reads, with repetitions
-  std::vector<const Column*>
-      steers;  // of a select: columns that choose and order its rows; of an update: those it sets
+  std::vector<OutputColumn> outputs;   // of a select
+  const Table* target = nullptr;       // the table that it writes; of a select the one table that it reads row by row
+  std::vector<const Table*> reads;     // the tables that it reads, with repetitions
   bool may_fail_between_rows = false;  // a value can turn out wrong when some rows are already written
   std::string date_format;
   std::shared_ptr<TemporaryTable> creates;
@@ -64,8 +62,6 @@ CompiledBatch compile(std::string_view batch, const std::vector<Literal>& litera
 
 // The columns that a bound select gives.
 std::vector<OutputColumn> output_columns(const Select& select);
-// Columns by which a bound select chooses or orders rows, and all columns of the selects inside it.
-std::vector<const Column*> steering_columns(const Select& select);
 // The one table whose rows a bound select gives as they stand; null when it joins, groups or combines.
 const Table* row_by_row_table(const Select& select);
 

@@ -40,7 +40,6 @@ class Writer {
         select(*s.select, s.select->types);
         c.outputs = output_columns(*s.select);
         c.target = row_by_row_table(*s.select);
-        c.steers = steering_columns(*s.select);
         break;
       case StatementKind::insert:
         insert(s);
@@ -58,7 +57,6 @@ class Writer {
         c.date_format = s.date_format;
         break;
     }
-    for (const Assignment& a : s.assignments) c.steers.push_back(a.column);
     bool one_row = s.kind == StatementKind::insert && !s.select;
     c.may_fail_between_rows = c.kind != StatementKind::select && !one_row && calculates(out_);
     c.text = std::move(out_);

@@ -112,7 +112,7 @@ class SqliteEngine::RunningCursor final : public Cursor {
   }
   ~RunningCursor() override {
     std::erase(engine_->running_, this);
-    if (prepared_ != nullptr) statement_.give_back(prepared_);
+    release();
     if (engine_->observer_) engine_->observer_({text_, statement_.compiled().text, spent_, rows_});
     engine_->spare_text_ = std::move(text_);
   }
@@ -131,18 +131,12 @@ class SqliteEngine::RunningCursor final : public Cursor {
     return step(row);
   }
 
-  // Whether a statement could change which rows are still to come.
+  // Whether a statement changes the table from which rows are still to come: a row that is written while the cursor
+  // stands on it could be met again.
   bool disturbed_by(const tsql::CompiledStatement& writing) const {
-    using tsql::StatementKind;
-    const tsql::CompiledStatement& own = statement_.compiled();
-    auto holds = [](const auto& list, const auto& one) {
-      return std::find(list.begin(), list.end(), one) != list.end();
-    };
-    if (prepared_ == nullptr || !holds(own.reads, writing.target)) return false;
-    if (writing.kind == StatementKind::insert) return true;
-    return writing.kind == StatementKind::update &&
-           std::any_of(writing.steers.begin(), writing.steers.end(),
-                       [&](auto* column) { return holds(own.steers, column); });
+    const auto& reads = statement_.compiled().reads;
+    return rows_ > 0 && prepared_ != nullptr && writing.kind != tsql::StatementKind::remove &&
+           std::find(reads.begin(), reads.end(), writing.target) != reads.end();
   }
 
   // Reads all the rows that are left, so that the database is free of this cursor.
@@ -155,10 +149,15 @@ class SqliteEngine::RunningCursor final : public Cursor {
       while (step(row)) rest->rows.add(row);
     } catch (const Erro& e) {
       rest->failure = e;
+      release();
     }
     rest_ = std::move(rest);
   }
 
+  // The same where it has begun to read.
+  void let_go() {
+    if (rows_ > 0) read_rest();
+  }
   // The same within its batch, which a failure ends.
   void finish() {
     read_rest();
@@ -171,6 +170,10 @@ class SqliteEngine::RunningCursor final : public Cursor {
     std::optional<Erro> failure;  // met behind them
   };
 
+  void release() {
+    if (prepared_ != nullptr) statement_.give_back(std::exchange(prepared_, nullptr));
+  }
+
   bool step(std::span<Cell> row) {
     bool observed = engine_->observer_ != nullptr;
     auto started = observed ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
@@ -182,12 +185,16 @@ class SqliteEngine::RunningCursor final : public Cursor {
       read_row(prepared_, shape(), row);
       return true;
     }
-    struct Release {
-      RunningCursor& self;
-      ~Release() { self.statement_.give_back(std::exchange(self.prepared_, nullptr)); }
-    } release{*this};
-    if (code == SQLITE_DONE) return false;
-    engine_->fail(text_);
+    if (code == SQLITE_DONE) {
+      release();
+      return false;
+    }
+    try {
+      engine_->fail(text_);
+    } catch (const Erro&) {
+      release();
+      throw;
+    }
   }
 
   std::shared_ptr<SqliteEngine> engine_;
@@ -340,7 +347,7 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
   int code = sqlite3_step(lease.get());
   if (code == SQLITE_BUSY_SNAPSHOT && !running_.empty()) {
     // Another process wrote since our cursors began to read: they hold an older state until they are done.
-    for (RunningCursor* cursor : running_) cursor->read_rest();
+    for (RunningCursor* cursor : running_) cursor->let_go();
     sqlite3_reset(lease.get());
     code = sqlite3_step(lease.get());
   }
