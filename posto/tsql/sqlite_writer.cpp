@@ -193,9 +193,11 @@ class Writer {
     static constexpr std::string_view kWords[] = {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ",
                                                   " CROSS JOIN "};
     if (right_side) out_ += '(';
-    from(*f.left, false);
-    out_ += kWords[static_cast<std::size_t>(f.join)];
-    from(*f.right, true);
+    // Turned round it is a left join, which SQLite makes an inner one where a condition allows it.
+    const bool turned = f.join == JoinKind::right && f.left->source;
+    from(turned ? *f.right : *f.left, turned && !f.right->source);
+    out_ += kWords[static_cast<std::size_t>(turned ? JoinKind::left : f.join)];
+    from(turned ? *f.left : *f.right, true);
     if (f.on) {
       out_ += " ON ";
       condition(*f.on);

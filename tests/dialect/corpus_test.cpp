@@ -3,6 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+#include <regex>
+#include <sstream>
+
 #include "posto/engines/engine.h"
 #include "posto/types/erro.h"
 
@@ -46,6 +51,102 @@ TEST_F(Corpus, RunsOrIsRefusedAsOnTheServer) {
       EXPECT_TRUE(entry.refused) << e.what();
       EXPECT_EQ(e.number(), erro::kSyntax) << e.what();
       EXPECT_NE(e.description().find("(posição "), std::string::npos) << e.what();
+    }
+  }
+}
+
+// Tables that get rows with every day of the station: no statement may read all of one.
+constexpr std::string_view kGrowing[] = {"Abastecimento",
+                                         "Caixa",
+                                         "Cardex",
+                                         "ConciliacaoEstoqueSisTubulacao",
+                                         "ConciliacaoEstoqueTanques",
+                                         "ContaAPagar",
+                                         "ContaAPagarDeDespesa",
+                                         "ContaAPagarDeNotaEntrada",
+                                         "ContaAReceber",
+                                         "CupomFiscal",
+                                         "Descarga",
+                                         "Despesa",
+                                         "ECFRegistro60Analitico",
+                                         "ECFRegistro60Mestre",
+                                         "EstoqueConsolidado",
+                                         "EstoqueSisTubulacao",
+                                         "FecDiario",
+                                         "ItemCupomFiscal",
+                                         "ItemDespesa",
+                                         "ItemNotaEntrada",
+                                         "ItemNotaSaida",
+                                         "LMC",
+                                         "LanCaixaGeral",
+                                         "LanCcBancaria",
+                                         "LanCcPessoa",
+                                         "LanContaContabil",
+                                         "LogDocumentoEmitidoECF",
+                                         "LogLiberacaoBico",
+                                         "MapaResumoECF",
+                                         "NotaEntrada",
+                                         "NotaSaida",
+                                         "Pagamento",
+                                         "PagamentoDeConta",
+                                         "PagamentoDeDespesa",
+                                         "PagamentoPorCaixa",
+                                         "PagamentoPorLanCcBancaria",
+                                         "PagamentoPorLanCcPessoa",
+                                         "Recebimento",
+                                         "RecebimentoCupom",
+                                         "ReducaoZ",
+                                         "RespBomba",
+                                         "VendaCartaoPorCupomFiscal"};
+
+// Statements that read a whole table by what they ask for.
+struct WholeRead {
+  std::string_view entries;  // how their names begin
+  std::string_view reason;
+};
+constexpr WholeRead kWholeReads[] = {
+    {"DALNotaEntrada.CFOPsItens", "the codes of all lines ever, out of an index alone"},
+    {"DALEmpresaUsuaria.BloqueiaAutomaticamenteCreditoClienteEmAtraso", "all open bills"},
+    {"DALFaturamento.ValorVendidoDoItem", "its condition is never true, and nothing is read"},
+};
+
+bool is_growing(std::string_view table) {
+  return std::find(std::begin(kGrowing), std::end(kGrowing), table) != std::end(kGrowing);
+}
+
+// The tables that a plan reads from end to end. A plan names them as the statement does: by alias, where there is one.
+std::vector<std::string> scanned_tables(const std::string& plan, const std::string& engine_text) {
+  std::map<std::string, std::string> table_of;
+  static const std::regex kAlias("\"([^\"]+)\" AS \"([^\"]+)\"");
+  for (std::sregex_iterator m(engine_text.begin(), engine_text.end(), kAlias), end; m != end; ++m)
+    table_of[(*m)[2]] = (*m)[1];
+  std::vector<std::string> scanned;
+  std::istringstream lines(plan);
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with("SCAN ")) continue;
+    const std::string name = line.substr(5, line.find(' ', 5) - 5);
+    auto known = table_of.find(name);
+    scanned.push_back(known == table_of.end() ? name : known->second);
+  }
+  return scanned;
+}
+
+TEST_F(Corpus, ReadsNoGrowingTableFromEndToEnd) {
+  const auto tables = all_tables();
+  if (std::all_of(tables.begin(), tables.end(), [](const Table& table) { return table.indexes.empty(); })) {
+    GTEST_SKIP() << "the schema declares no index yet";
+  }
+  std::string engine_text;
+  engine_->set_observer([&](const StatementReport& report) { engine_text = report.engine_text; });
+  for (const CorpusEntry& entry : testing::read_corpus()) {
+    const bool whole = std::any_of(std::begin(kWholeReads), std::end(kWholeReads),
+                                   [&](const WholeRead& read) { return entry.name.starts_with(read.entries); });
+    const bool one_statement = entry.statement.find("CREATE TABLE") == std::string::npos;
+    if (entry.refused || whole || !one_statement) continue;
+    run_and_undo(*engine_, entry.statement);
+    const std::string plan = engine_->explain(entry.statement);
+    for (const std::string& table : scanned_tables(plan, engine_text)) {
+      EXPECT_FALSE(is_growing(table)) << entry.file << ": " << entry.name << " reads all of " << table << "\n" << plan;
     }
   }
 }

@@ -25,6 +25,8 @@ SELECT A.Cd, B.Qt FROM #A A LEFT JOIN #B B On A.Cd = B.Cd ORDER BY A.Cd, B.Qt
 
 -- right join
 SELECT A.Nm, B.Qt FROM #A A RIGHT OUTER JOIN #B B On A.Cd = B.Cd ORDER BY B.Qt
+=> sqlite
+SELECT "A"."Nm", "B"."Qt" FROM "#B" AS "B" LEFT JOIN "#A" AS "A" ON ("A"."Cd" = "B"."Cd") ORDER BY "B"."Qt"
 => rows
 'um', 1
 'um', 2
@@ -35,6 +37,19 @@ SELECT B.Qt FROM #A A RIGHT JOIN #B B On A.Cd = B.Cd WHERE A.Nm = 'UM' ORDER BY 
 => rows
 1
 2
+
+-- right join behind another join
+SELECT A.Cd, C.Ds, B.Qt FROM #A A INNER JOIN #C C ON A.Cd = C.No_Item RIGHT JOIN #B B On A.Cd = B.Cd ORDER BY B.Qt
+=> rows
+1, 'x', 1
+1, 'x', 2
+NULL, NULL, 3
+
+-- right join of a join in parentheses
+SELECT A.Cd, B.Qt FROM #A A RIGHT JOIN (#B B INNER JOIN #C C ON B.No_Item = C.No_Item) ON A.Cd = B.Cd ORDER BY B.Qt
+=> rows
+1, 1
+NULL, 3
 
 -- full join
 SELECT A.Cd, B.Cd FROM #A A FULL JOIN #B B On A.Cd = B.Cd AND B.No_Item = 1 ORDER BY 1, 2
