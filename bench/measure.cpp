@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 
 namespace posto::bench {
@@ -38,17 +39,24 @@ double median_of(const Keeper& keeper, const std::string& name) {
   return 0;
 }
 
-void add(const std::string& name, const std::function<void()>& work, const Pair& pair) {
+void add(const std::string& name, const Side& side, const Pair& pair) {
+  using Clock = std::chrono::steady_clock;
   benchmark::RegisterBenchmark(name.c_str(),
-                               [work, units = pair.units](benchmark::State& state) {
-                                 for (auto _ : state) work();
+                               [side, units = pair.units](benchmark::State& state) {
+                                 for (auto _ : state) {
+                                   if (side.before) side.before();
+                                   const auto started = Clock::now();
+                                   side.work();
+                                   state.SetIterationTime(std::chrono::duration<double>(Clock::now() - started).count());
+                                   if (side.after) side.after();
+                                 }
                                  using benchmark::Counter;
                                  state.counters["each"] = Counter(units, Counter::kIsIterationInvariantRate | Counter::kInvert);
                                })
       ->Unit(benchmark::kMillisecond)
       ->Iterations(1)
       ->Repetitions(pair.repetitions)
-      ->UseRealTime();
+      ->UseManualTime();
 }
 
 }  // namespace

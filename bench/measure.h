@@ -7,13 +7,20 @@
 
 namespace posto::bench {
 
-// The same work done twice; a call does all of it.
+// A piece of work. Only `work` is timed; `before` and `after` begin and end its transaction, because what a disk takes for a
+// commit would hide the rest.
+struct Side {
+  std::function<void()> work;
+  std::function<void()> before{};
+  std::function<void()> after{};
+};
+
+// The same work done by the library and by its peer.
 struct Pair {
   std::string name;
-  std::function<void()> ours;
-  std::function<void()> peer;
-  double units = 1;        // pieces of work in a call, to tell the time of one
-  int repetitions = 9;
+  Side ours, peer;
+  double units = 1;        // pieces in a call, to tell the time of one
+  int repetitions = 15;
 };
 
 // Runs the pairs, ours and peer in turns, and ends with a line "ratio NAME VALUE" for each: the median time of ours by that of
