@@ -18,11 +18,11 @@ std::string place(const Parameter& p) {
 }
 
 [[noreturn]] void out_of_range(std::string_view value, const Parameter& p) {
-  throw Erro(erro::kDataOverflow, "tsql", "O valor " + std::string(value) + " não cabe" + place(p));
+  throw Erro(erro::kDataOverflow, "tsql", "O valor " + shortened(value) + " não cabe" + place(p));
 }
 
 [[noreturn]] void not_convertible(std::string_view value, std::string_view kind, const Parameter& p) {
-  throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(value) + "' não é " + std::string(kind) + place(p));
+  throw Erro(erro::kConversion, "tsql", "O texto '" + shortened(value) + "' não é " + std::string(kind) + place(p));
 }
 
 std::optional<double> parse_real(std::string_view text) {
@@ -238,9 +238,9 @@ std::int64_t text_to_integer(std::string_view text) {
   std::int32_t value = 0;
   auto [behind, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (error == std::errc::result_out_of_range)
-    throw Erro(erro::kDataOverflow, "tsql", "O número " + std::string(text) + " não cabe em int");
+    throw Erro(erro::kDataOverflow, "tsql", "O número " + shortened(text) + " não cabe em int");
   if (error != std::errc{} || behind != digits.data() + digits.size()) {
-    throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text) + "' não é um número inteiro");
+    throw Erro(erro::kConversion, "tsql", "O texto '" + shortened(text) + "' não é um número inteiro");
   }
   return value;
 }
@@ -249,7 +249,7 @@ Currency text_to_money(std::string_view text) {
   std::string_view digits = trim(text);
   bool exact = true;
   auto scaled = digits.empty() ? std::optional<std::int64_t>(0) : parse_scaled(digits, exact);
-  if (!scaled) throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text) + "' não é um valor");
+  if (!scaled) throw Erro(erro::kConversion, "tsql", "O texto '" + shortened(text) + "' não é um valor");
   return Currency::of_scaled(*scaled);
 }
 
@@ -257,7 +257,7 @@ double text_to_real(std::string_view text) {
   std::string_view digits = trim(text);
   if (digits.empty()) return 0;
   auto value = parse_real(digits);
-  if (!value) throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text) + "' não é um número");
+  if (!value) throw Erro(erro::kConversion, "tsql", "O texto '" + shortened(text) + "' não é um número");
   return *value;
 }
 

@@ -165,9 +165,15 @@ void Shape::read(std::string_view statement) {
   text.resize(static_cast<std::size_t>(out - text.data()));
 }
 
+std::string shortened(std::string_view text) {
+  constexpr std::size_t kMostCharacters = 200;
+  std::string_view head = first_chars(text, kMostCharacters);
+  return head.size() == text.size() ? std::string(text) : std::string(head) + "...";
+}
+
 void raise_syntax(std::string_view statement, std::size_t position, const std::string& what) {
   std::size_t character = char_count(statement.substr(0, position)) + 1;
-  throw Erro(erro::kSyntax, "tsql", what + " (posição " + std::to_string(character) + ")");
+  throw Erro(erro::kSyntax, "tsql", shortened(what) + " (posição " + std::to_string(character) + ")");
 }
 
 namespace {

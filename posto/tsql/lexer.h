@@ -42,6 +42,9 @@ struct Token {
 // quoted name without its end.
 std::vector<Token> tokenize(std::string_view statement);
 
+// A text as far as a message shows it.
+std::string shortened(std::string_view text);
+
 // The syntax failure at a place of a statement, counted in characters from 1 for the message.
 [[noreturn]] void raise_syntax(std::string_view statement, std::size_t position, const std::string& what);
 

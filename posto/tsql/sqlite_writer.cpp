@@ -73,8 +73,10 @@ class Writer {
   void put_name(std::string_view name) { out_ += sqlite_name(name); }
 
   void parameter(Parameter p) {
+    constexpr std::size_t kMostNumbered = 999;  // SQLite is slow with thousands of numbers
     parameters_.push_back(p);
-    put("?{}", parameters_.size());
+    out_ += '?';
+    if (parameters_.size() <= kMostNumbered) put("{}", parameters_.size());
   }
 
   // Writes `items` with a separator between them.

@@ -152,7 +152,7 @@ double text_real32(Values v, Session&) { return static_cast<float>(tsql::text_to
 
 std::string text_date(Values v, Session& session) {
   auto date = tsql::read_date(text_of(v[0]), session.date_order);
-  if (!date) throw Erro(erro::kConversion, "tsql", "O texto '" + std::string(text_of(v[0])) + "' não é uma data");
+  if (!date) throw Erro(erro::kConversion, "tsql", "O texto '" + tsql::shortened(text_of(v[0])) + "' não é uma data");
   return date->iso();
 }
 

@@ -72,6 +72,7 @@ std::size_t StatementCache::Hash::operator()(std::string_view text) const {
 }
 
 std::shared_ptr<KeptBatch> StatementCache::find(std::string_view batch, const tsql::Shape& shape) {
+  if (shape.text.size() > kLongestShape) return compile(batch, shape);
   auto found = by_shape_.find(shape.text);
   if (found != by_shape_.end() && found->second->literals == shape.literals.size()) {
     auto entry = found->second;

@@ -59,6 +59,7 @@ class StatementCache {
  private:
   static constexpr std::size_t kMostShapes = 500;
   static constexpr std::size_t kMostForms = 20;
+  static constexpr std::size_t kLongestShape = 32 * 1024;  // longer ones are not kept
   struct Hash {
     std::size_t operator()(std::string_view text) const;
   };
