@@ -57,6 +57,10 @@ std::vector<std::string> EntityBase::nomeCamposSequencial() const {
 
 // --- failures -----------------------------------------------------------------------------------------------------------
 
+void EntityBase::require_settings() const {
+  if (!ObVOSistema) throw Erro(erro::kObjectNotSet, std::string(description_.class_name), "ObVOSistema não foi informado");
+}
+
 void EntityBase::leave_with(const Erro& failure) const {
   const std::string step = std::string(description_.class_name) + "." + std::string(operation_);
   SalvarErro(failure);
@@ -78,6 +82,13 @@ void EntityBase::raise_and_reset(std::int32_t number, std::string_view behind, b
 }
 
 // --- record sets --------------------------------------------------------------------------------------------------------
+
+Connection& EntityBase::connection() const {
+  if (!ObVOSistema->ObConnection) {
+    throw Erro(erro::kConnectionInvalid, std::string(description_.class_name), "ObVOSistema não tem conexão");
+  }
+  return *ObVOSistema->ObConnection;
+}
 
 Recordset EntityBase::open(std::string statement) {
   statement_ = std::move(statement);

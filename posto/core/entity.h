@@ -19,6 +19,10 @@
 
 namespace posto {
 
+namespace erro {
+inline constexpr std::int32_t kObjectNotSet = 91;   // an operation was called before ObVOSistema was set
+}  // namespace erro
+
 // Columns that find a record together.
 class KeySet {
  public:
@@ -99,6 +103,7 @@ class EntityBase {
   auto routine(std::string_view operation, Body&& body) {
     Operation under_way(*this, operation);
     try {
+      require_settings();
       return body();
     } catch (const Erro& failure) {
       leave_with(failure);
@@ -125,7 +130,7 @@ class EntityBase {
   [[noreturn]] void raise_missing(bool reset) { raise_and_reset(erro::kMissingKey, {}, reset); }
 
   std::int32_t tenant() const { return ObVOSistema->tenant(); }
-  Connection& connection() const { return *ObVOSistema->ObConnection; }
+  Connection& connection() const;   // raises 3709 when the settings have none
   const Description& description() const { return description_; }
   bool has_value(std::string_view column);
   bool has_values(Names columns);
@@ -150,6 +155,7 @@ class EntityBase {
     std::string_view outer_;
   };
 
+  void require_settings() const;
   [[noreturn]] void leave_with(const Erro& failure) const;
   [[noreturn]] void raise_and_reset(std::int32_t number, std::string_view behind, bool reset);
   Recordset open_record(Purpose purpose, bool reset);
