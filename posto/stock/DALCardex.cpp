@@ -41,21 +41,19 @@ struct Position {
   double quantity, cost, icms_credit;
 };
 
-double weighted(double quantity_a, double value_a, double quantity_b, double value_b) {
-  return Round((quantity_a * value_a + quantity_b * value_b) / (quantity_a + quantity_b), kAverageDecimals);
-}
-
 void average_entry(VOCardex& v, const Position& p) {
+  const double after = p.quantity + v.Qt_Unidade;
   const double rate = v.Tx_Icms.as_double();
-  const double credit = v.Vl_Unitario * rate / 100;
   if (p.quantity > 0 && v.Qt_Unidade > 0) {
-    v.Vl_CustoMedio = weighted(p.quantity, p.cost, v.Qt_Unidade, v.Vl_Unitario);
-    v.Vl_CredIcmsMedio = Round((p.quantity * p.icms_credit + v.Qt_Unidade * v.Vl_Unitario * rate / 100) /
-                                   (p.quantity + v.Qt_Unidade),
-                               kAverageDecimals);
-  } else if (p.quantity + v.Qt_Unidade > 0) {
+    auto average = [&](double before, double added) {
+      return Round((p.quantity * before + added) / after, kAverageDecimals);
+    };
+    const double value = v.Qt_Unidade * v.Vl_Unitario;
+    v.Vl_CustoMedio = average(p.cost, value);
+    v.Vl_CredIcmsMedio = average(p.icms_credit, value * rate / 100);
+  } else if (after > 0) {
     v.Vl_CustoMedio = v.Vl_Unitario;
-    v.Vl_CredIcmsMedio = credit;
+    v.Vl_CredIcmsMedio = rate * v.Vl_Unitario / 100;
   } else {
     v.Vl_CustoMedio = v.Vl_CredIcmsMedio = 0;
   }
@@ -116,10 +114,11 @@ void DALCardex::Excluir() {
   });
 }
 
-float DALCardex::AtualizarEstoqueProduto(VOCardex& V, Tp_EdicaoEnum No_TipoEdicao, bool Ic_BloquearVendaQuandoEstoqueForNegativo) {
+float DALCardex::AtualizarEstoqueProduto(VOCardex& V, Tp_EdicaoEnum No_TipoEdicao,
+                                         bool Ic_BloquearVendaQuandoEstoqueForNegativo) {
   return routine("AtualizarEstoqueProduto", [&] {
     constexpr std::string_view kProductKey[] = {"Cd_PessoaUsuaria", "Cd_Produto"};
-    Recordset product = open(sqlSelect(*ObVOSistema, "Produto", by_name(V), {}, kProductKey));
+    Recordset product = read(sqlSelect(*ObVOSistema, "Produto", by_name(V), {}, kProductKey));
     if (product["No_Tipo"].value_or(std::uint8_t{0}) == kService) return 0.0f;
     const Position before{.quantity = product["Qt_Estoque"].value_or(0.0),
                           .cost = product["Vl_CustoMedio"].value_or(0.0),
@@ -127,7 +126,7 @@ float DALCardex::AtualizarEstoqueProduto(VOCardex& V, Tp_EdicaoEnum No_TipoEdica
     product.Close();
     double stored = 0;
     if (No_TipoEdicao == Tp_EdicaoAlteracao) {
-      Recordset movement = open(sqlSelect(*ObVOSistema, "Cardex", by_name(V), {}, kKey));
+      Recordset movement = read(sqlSelect(*ObVOSistema, "Cardex", by_name(V), {}, kKey));
       stored = movement["Qt_Unidade"].value_or(0.0);
     }
     apply(V, No_TipoEdicao, before, stored);

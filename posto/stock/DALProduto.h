@@ -21,15 +21,15 @@ class DALProduto : public Entity<VOProduto, kProduto> {
  public:
   using Entity::Entity;
 
-  // With Ic_ConsultaUltimoCusto also fills Vl_UltimoCusto with the unit cost of a purchase of the latest day that has one; 0 when
-  // there is none.
+  // With Ic_ConsultaUltimoCusto also fills Vl_UltimoCusto with the unit cost of a purchase of the latest day that has
+  // one; 0 when there is none.
   VOProduto& Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false, bool Ic_ConsultaUltimoCusto = true);
   void Alterar(bool Ic_Salvando = false);
 
   // Record sets, detached. Company and, but for rsEstoque, product are those of the value object.
   //
-  // Each product of the company as the ledger has it at the end of a day: Cd_PessoaUsuaria, Nm_GrupoProduto, Cd_Produto,
-  // Nm_Produto, Qt_Estoque. A product without a movement until then has no row.
+  // Each product of the company as the ledger has it at the end of a day: Cd_PessoaUsuaria, Nm_GrupoProduto,
+  // Cd_Produto, Nm_Produto, Qt_Estoque. A product without a movement until then has no row.
   Recordset rsEstoque(Date Dt_Movimento);
   // The product's movements between two days; rsKardexNegativo: those that leave less than nothing in stock.
   Recordset rsKardex(Date Dt_Inicial, Date Dt_Final);

@@ -14,8 +14,9 @@ inline constexpr Description kProdutoTransferencia{
              {"Cd_PessoaUsuaria", "Cd_ProdutoEntrada"}},
     .empty_query = "Cd_PessoaUsuaria = 0 and Cd_ProdutoBaixa = 0 and Cd_ProdutoEntrada = 0"};
 
-// Standard operations (core/entity.h). Consultar and Existe find by both products; otherwise, where Ic_TransferenciaAutomatica is
-// true, the automatic source of Cd_ProdutoEntrada; otherwise any source of it. Alterar and Excluir need both products.
+// Standard operations (core/entity.h). Consultar and Existe find by both products; otherwise, where
+// Ic_TransferenciaAutomatica is true, the automatic source of Cd_ProdutoEntrada; otherwise any source of it. Alterar
+// and Excluir need both products.
 class DALProdutoTransferencia : public Entity<VOProdutoTransferencia, kProdutoTransferencia> {
  public:
   using Entity::Entity;
