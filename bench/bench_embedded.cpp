@@ -1,8 +1,9 @@
-// The embedded engine: the library against SQLite's own interface with kept prepared statements, on a file in the same mode.
+// The embedded engine: the library against SQLite's own interface with kept prepared statements, on a file in the same
+// mode.
 //
-// read, insert, update and read_modify_write work on a record of some forty columns, a thousand records in a transaction; scan
-// reads 100,000 of them; ledger_walk goes through a product's 50,000 movements and writes the position of each; import takes in
-// a file of 100,000 readings.
+// read, insert, update and read_modify_write work on a record of some forty columns, a thousand records in a
+// transaction; scan reads 100,000 of them; ledger_walk goes through a product's 50,000 movements and writes the
+// position of each; import takes in a file of 100,000 readings.
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -33,8 +34,8 @@ constexpr int kScanned = 100'000;
 constexpr int kMovements = 50'000;
 constexpr int kReadings = 100'000;
 
-constexpr Description kBill{.class_name = "DALContaAReceber", .table = "ContaAReceber",
-                            .keys = {{"Cd_PessoaUsuaria", "Cd_ContaAReceber"}}};
+constexpr Description kBill{
+    .class_name = "DALContaAReceber", .table = "ContaAReceber", .keys = {{"Cd_PessoaUsuaria", "Cd_ContaAReceber"}}};
 using Bills = Entity<VOContaAReceber, kBill>;
 
 VOContaAReceber bill(std::int32_t code) {
@@ -45,11 +46,21 @@ VOContaAReceber bill(std::int32_t code) {
     if (p.name == "Cd_PessoaUsuaria" || p.name == "Cd_ContaAReceber") continue;
     ValueObject by = by_name(vo);
     switch (p.type) {
-      case SqlType::text: by.member<std::string>(p) = std::string("TEXTO 0123456789").substr(0, p.width); break;
-      case SqlType::money: by.member<Currency>(p) = Currency::of_scaled(1'234'500 + code); break;
-      case SqlType::date: by.member<Date>(p) = Date::of_day(2026, 11, 1 + code % 28); break;
-      case SqlType::bit: by.member<bool>(p) = code % 2 == 0; break;
-      default: by.let(p, Variant(std::int32_t{code % 100})); break;
+      case SqlType::text:
+        by.member<std::string>(p) = std::string("TEXTO 0123456789").substr(0, p.width);
+        break;
+      case SqlType::money:
+        by.member<Currency>(p) = Currency::of_scaled(1'234'500 + code);
+        break;
+      case SqlType::date:
+        by.member<Date>(p) = Date::of_day(2026, 11, 1 + code % 28);
+        break;
+      case SqlType::bit:
+        by.member<bool>(p) = code % 2 == 0;
+        break;
+      default:
+        by.let(p, Variant(std::int32_t{code % 100}));
+        break;
     }
   }
   return vo;
@@ -106,11 +117,13 @@ class Workshop {
     }
     connection().Execute("INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, No_Tipo) VALUES (1, 'GASOLINA', 1)");
     for (int i = 1; i <= kMovements; ++i) {
-      connection().Execute(sql(
-          "INSERT INTO Cardex (Cd_PessoaUsuaria, Cd_LancamentoCardex, Dt_Emissao, Nm_Doc, No_Tipo, Qt_Unidade, Vl_Unitario, "
-          "Tx_Icms, Qt_Estoque, Vl_CustoMedio, Vl_CredIcmsMedio, Cd_Produto) VALUES (1, {}, '2026-11-{}', 'NF {}', {}, 12.345, 5.432, "
-          "18., 0., 0., 0., 1)",
-          i, 1 + i * 28 / (kMovements + 1), i, i % 3 == 0 ? 10 : 20));
+      connection().Execute(
+          sql("INSERT INTO Cardex (Cd_PessoaUsuaria, Cd_LancamentoCardex, Dt_Emissao, Nm_Doc, No_Tipo, Qt_Unidade, "
+              "Vl_Unitario, "
+              "Tx_Icms, Qt_Estoque, Vl_CustoMedio, Vl_CredIcmsMedio, Cd_Produto) VALUES (1, {}, '2026-11-{}', 'NF {}', "
+              "{}, 12.345, 5.432, "
+              "18., 0., 0., 0., 1)",
+              i, 1 + i * 28 / (kMovements + 1), i, i % 3 == 0 ? 10 : 20));
     }
     transaction.commit();
   }
@@ -143,8 +156,7 @@ class Workshop {
     auto bills = std::make_shared<Bills>(settings_);
     sqlite3_stmt* select = raw_->prepare("SELECT " + columns_of(*find_table("ContaAReceber")) +
                                          " FROM ContaAReceber WHERE Cd_PessoaUsuaria = ? AND Cd_ContaAReceber = ?");
-    return {"read",
-            ours([bills](int i) {
+    return {"read", ours([bills](int i) {
               bills->ObVO->Cd_PessoaUsuaria = 1;
               bills->ObVO->Cd_ContaAReceber = some_code(i);
               bills->Consultar();
@@ -164,8 +176,7 @@ class Workshop {
     auto bills = std::make_shared<Bills>(settings_);
     sqlite3_stmt* insert = raw_->prepare(insert_of(*find_table("ContaAReceber")));
     *bills->ObVO = record_ = bill(1);
-    return {"insert",
-            ours([this, bills](int) {
+    return {"insert", ours([this, bills](int) {
               bills->ObVO->Cd_ContaAReceber = ++ours_code_;
               bills->Incluir();
             }),
@@ -181,8 +192,7 @@ class Workshop {
     auto list = std::make_shared<ColumnList>("ContaAReceber", columns_, layout_of<VOContaAReceber>());
     auto vo = std::make_shared<VOContaAReceber>(bill(1));
     sqlite3_stmt* insert = raw_->prepare(insert_of(*find_table("ContaAReceber")));
-    return {"insert_by_text",
-            ours([this, list, vo](int) {
+    return {"insert_by_text", ours([this, list, vo](int) {
               vo->Cd_ContaAReceber = ++ours_code_;
               connection().Execute(list->insert_statement(by_name(*vo), *settings_));
             }),
@@ -195,11 +205,11 @@ class Workshop {
   }
 
   Pair update() {
-    const char* text = "UPDATE ContaAReceber SET Vl_Pagamentos = ?, Vl_Saldo = ?, No_SituacaoPagamento = ? "
-                       "WHERE Cd_PessoaUsuaria = ? AND Cd_ContaAReceber = ?";
+    const char* text =
+        "UPDATE ContaAReceber SET Vl_Pagamentos = ?, Vl_Saldo = ?, No_SituacaoPagamento = ? "
+        "WHERE Cd_PessoaUsuaria = ? AND Cd_ContaAReceber = ?";
     sqlite3_stmt* update = raw_->prepare(text);
-    return {"update",
-            ours([this](int i) {
+    return {"update", ours([this](int i) {
               ++turn_;
               connection().Execute(sql(R"(
                   UPDATE ContaAReceber
@@ -208,8 +218,8 @@ class Workshop {
                          No_SituacaoPagamento = {}
                   WHERE  Cd_PessoaUsuaria = {} And
                          Cd_ContaAReceber = {})",
-                                       MoneyToSql(Currency::of_scaled(turn_), 4), MoneyToSql(Currency::of_scaled(turn_ * 7), 4),
-                                       turn_ % 3, 1, some_code(i)));
+                                       MoneyToSql(Currency::of_scaled(turn_), 4),
+                                       MoneyToSql(Currency::of_scaled(turn_ * 7), 4), turn_ % 3, 1, some_code(i)));
             }),
             peer([this, update](int i) {
               sqlite3_bind_int64(update, 1, ++turn_);
@@ -235,8 +245,7 @@ class Workshop {
       vo.Vl_Saldo = Currency::of_scaled(turn * 7);
       vo.Qt_DiasPro = static_cast<std::int16_t>(turn % 10'000);
     };
-    return {"read_modify_write",
-            ours([this, bills, change](int i) {
+    return {"read_modify_write", ours([this, bills, change](int i) {
               bills->ObVO->Cd_PessoaUsuaria = 1;
               bills->ObVO->Cd_ContaAReceber = some_code(i);
               bills->Consultar();
@@ -244,7 +253,7 @@ class Workshop {
               bills->Alterar();
             }),
             peer([this, select, update, change](int i) {
-              raw_read(select, some_code(i));   // the class reads twice: to know the record and to change it
+              raw_read(select, some_code(i));  // the class reads twice: to know the record and to change it
               raw_read(select, some_code(i));
               const VOContaAReceber former = record_;
               change(record_, ++turn_);
@@ -262,12 +271,14 @@ class Workshop {
   }
 
   Pair scan() {
-    sqlite3_stmt* select = raw_->prepare("SELECT " + columns_of(*find_table("ContaAReceber")) +
-                                         " FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1 AND Cd_ContaAReceber <= 100000");
+    sqlite3_stmt* select =
+        raw_->prepare("SELECT " + columns_of(*find_table("ContaAReceber")) +
+                      " FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1 AND Cd_ContaAReceber <= 100000");
     return {"scan",
             {[this] {
-              Recordset rows = connection().Execute("SELECT * FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1 AND "
-                                                    "Cd_ContaAReceber <= 100000");
+              Recordset rows = connection().Execute(
+                  "SELECT * FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1 AND "
+                  "Cd_ContaAReceber <= 100000");
               VOContaAReceber vo;
               for (; !rows.EOF(); rows.MoveNext()) read_record(rows, by_name(vo));
             }},
@@ -281,12 +292,12 @@ class Workshop {
   // A product's movements in their order, each position written back.
   Pair ledger_walk() {
     sqlite3_stmt* select = raw_->prepare(
-        "SELECT Cd_LancamentoCardex, No_Tipo, Qt_Unidade, Vl_Unitario FROM Cardex WHERE Cd_PessoaUsuaria = 1 AND Cd_Produto = 1 "
+        "SELECT Cd_LancamentoCardex, No_Tipo, Qt_Unidade, Vl_Unitario FROM Cardex WHERE Cd_PessoaUsuaria = 1 AND "
+        "Cd_Produto = 1 "
         "ORDER BY Cd_PessoaUsuaria, Cd_Produto, Dt_Emissao, Cd_LancamentoCardex");
     sqlite3_stmt* update = raw_->prepare(
         "UPDATE Cardex SET Qt_Estoque = ?, Vl_CustoMedio = ? WHERE Cd_PessoaUsuaria = ? AND Cd_LancamentoCardex = ?");
-    return {"ledger_walk",
-            ours_in_transaction([this] {
+    return {"ledger_walk", ours_in_transaction([this] {
               Recordset rows;
               rows.ActiveConnection(settings_->ObConnection);
               rows.CursorType = adOpenStatic;
@@ -346,7 +357,8 @@ class Workshop {
     for (int i = 0; i < kReadings; ++i) {
       totaliser += 20'000;
       end = end.plus_millis(90'000);
-      file << fmt::format("01,{},{},60,20.000,6.000,120.00,{}.{:03}\n", i % 30'000, end.iso(), totaliser / 1000, totaliser % 1000);
+      file << fmt::format("01,{},{},60,20.000,6.000,120.00,{}.{:03}\n", i % 30'000, end.iso(), totaliser / 1000,
+                          totaliser % 1000);
     }
     return path;
   }
@@ -357,10 +369,11 @@ class Workshop {
     for (const char* behind : {"", "-wal", "-shm"}) std::filesystem::remove(path + behind);
     auto connection = Connection::create();
     connection->Create(path);
-    connection->Execute("INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria) VALUES (1) "
-                        "INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, No_Tipo) VALUES (1, 'GASOLINA', 1) "
-                        "INSERT INTO Bomba (Cd_PessoaUsuaria, Cd_Bomba, De_EnderecoLogicoBico, Cd_Produto, Cd_SisTubulacao, "
-                        "No_EncerranteInicial) VALUES (1, 1, '01', 1, 1, 0)");
+    connection->Execute(
+        "INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria) VALUES (1) "
+        "INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, No_Tipo) VALUES (1, 'GASOLINA', 1) "
+        "INSERT INTO Bomba (Cd_PessoaUsuaria, Cd_Bomba, De_EnderecoLogicoBico, Cd_Produto, Cd_SisTubulacao, "
+        "No_EncerranteInicial) VALUES (1, 1, '01', 1, 1, 0)");
     return path;
   }
 
@@ -376,16 +389,18 @@ class Workshop {
             3};
   }
 
-  // The same statements and figures: the fuelling, the product read whole, its new stock, the ledger row; the sequences and the
-  // nozzle once every five hundred readings.
+  // The same statements and figures: the fuelling, the product read whole, its new stock, the ledger row; the sequences
+  // and the nozzle once every five hundred readings.
   void raw_import(const std::string& path, const std::string& readings) {
     RawDatabase db(path);
     sqlite3_stmt* fuelling = db.prepare(insert_of(*find_table("Abastecimento")));
     sqlite3_stmt* movement = db.prepare(insert_of(*find_table("Cardex")));
     sqlite3_stmt* product = db.prepare("SELECT " + columns_of(*find_table("Produto")) +
                                        " FROM Produto WHERE Cd_PessoaUsuaria = ? AND Cd_Produto = ?");
-    sqlite3_stmt* stock = db.prepare("UPDATE Produto SET Qt_Estoque = ?, Vl_CustoMedio = ?, Vl_CredIcmsMedio = ? WHERE Cd_Produto = ?");
-    sqlite3_stmt* nozzle = db.prepare("UPDATE Bomba SET No_UltEncerrante = ? WHERE Cd_PessoaUsuaria = 1 AND Cd_Bomba = 1");
+    sqlite3_stmt* stock =
+        db.prepare("UPDATE Produto SET Qt_Estoque = ?, Vl_CustoMedio = ?, Vl_CredIcmsMedio = ? WHERE Cd_Produto = ?");
+    sqlite3_stmt* nozzle =
+        db.prepare("UPDATE Bomba SET No_UltEncerrante = ? WHERE Cd_PessoaUsuaria = 1 AND Cd_Bomba = 1");
     VOAbastecimento f;
     VOCardex m;
     VOProduto p;

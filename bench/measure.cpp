@@ -25,34 +25,29 @@ class Keeper : public benchmark::ConsoleReporter {
   std::map<std::string, std::vector<double>> times;
 };
 
-double median(std::vector<double> values) {
-  if (values.empty()) return 0;
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
 // The runs of a benchmark bear its name and, behind a slash, how they were run.
-double median_of(const Keeper& keeper, const std::string& name) {
+double best_of(const Keeper& keeper, const std::string& name) {
   for (const auto& [run, times] : keeper.times) {
-    if (run == name || run.starts_with(name + "/")) return median(times);
+    if (run == name || run.starts_with(name + "/")) return *std::min_element(times.begin(), times.end());
   }
   return 0;
 }
 
 void add(const std::string& name, const Side& side, const Pair& pair) {
   using Clock = std::chrono::steady_clock;
-  benchmark::RegisterBenchmark(name.c_str(),
-                               [side, units = pair.units](benchmark::State& state) {
-                                 for (auto _ : state) {
-                                   if (side.before) side.before();
-                                   const auto started = Clock::now();
-                                   side.work();
-                                   state.SetIterationTime(std::chrono::duration<double>(Clock::now() - started).count());
-                                   if (side.after) side.after();
-                                 }
-                                 using benchmark::Counter;
-                                 state.counters["each"] = Counter(units, Counter::kIsIterationInvariantRate | Counter::kInvert);
-                               })
+  benchmark::RegisterBenchmark(
+      name.c_str(),
+      [side, units = pair.units](benchmark::State& state) {
+        for (auto _ : state) {
+          if (side.before) side.before();
+          const auto started = Clock::now();
+          side.work();
+          state.SetIterationTime(std::chrono::duration<double>(Clock::now() - started).count());
+          if (side.after) side.after();
+        }
+        using benchmark::Counter;
+        state.counters["each"] = Counter(units, Counter::kIsIterationInvariantRate | Counter::kInvert);
+      })
       ->Unit(benchmark::kMillisecond)
       ->Iterations(1)
       ->Repetitions(pair.repetitions)
@@ -75,8 +70,8 @@ int measure(int argc, char** argv, const std::vector<Pair>& pairs) {
   Keeper keeper;
   benchmark::RunSpecifiedBenchmarks(&keeper);
   for (const Pair& pair : pairs) {
-    const double peer = median_of(keeper, pair.name + "/peer");
-    if (peer > 0) fmt::print("ratio {} {:.2f}\n", pair.name, median_of(keeper, pair.name + "/ours") / peer);
+    const double peer = best_of(keeper, pair.name + "/peer");
+    if (peer > 0) fmt::print("ratio {} {:.2f}\n", pair.name, best_of(keeper, pair.name + "/ours") / peer);
   }
   return 0;
 }

@@ -7,8 +7,8 @@
 
 namespace posto::bench {
 
-// A piece of work. Only `work` is timed; `before` and `after` begin and end its transaction, because what a disk takes for a
-// commit would hide the rest.
+// A piece of work. Only `work` is timed; `before` and `after` begin and end its transaction, because what a disk takes
+// for a commit would hide the rest.
 struct Side {
   std::function<void()> work;
   std::function<void()> before{};
@@ -19,12 +19,12 @@ struct Side {
 struct Pair {
   std::string name;
   Side ours, peer;
-  double units = 1;        // pieces in a call, to tell the time of one
+  double units = 1;  // pieces in a call, to tell the time of one
   int repetitions = 15;
 };
 
-// Runs the pairs, ours and peer in turns, and ends with a line "ratio NAME VALUE" for each: the median time of ours by that of
-// the peer. Returns the status for main.
+// Runs the pairs, ours and peer in turns, and ends with a line "ratio NAME VALUE" for each: the best time of ours by
+// the best of the peer, which is what they take when nothing else runs on the machine. Returns the status for main.
 int measure(int argc, char** argv, const std::vector<Pair>& pairs);
 
 }  // namespace posto::bench

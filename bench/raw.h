@@ -19,15 +19,16 @@ class RawDatabase {
   RawDatabase& operator=(const RawDatabase&) = delete;
 
   sqlite3* get() const { return database_; }
-  void run(const char* sql);                    // aborts the program when it fails
-  sqlite3_stmt* prepare(const std::string& sql);   // finalized with the database
+  void run(const char* sql);                      // aborts the program when it fails
+  sqlite3_stmt* prepare(const std::string& sql);  // finalized with the database
 
  private:
   sqlite3* database_ = nullptr;
   sqlite::Session session_;
 };
 
-// One row into the members of a value object whose properties are the columns in their order, null leaving a member alone.
+// One row into the members of a value object whose properties are the columns in their order, null leaving a member
+// alone.
 void read_row(sqlite3_stmt* statement, const ValueObject& vo);
 // The members as parameters 1, 2, ... in the order of the properties; a zero date or an empty text as null.
 void bind_row(sqlite3_stmt* statement, const ValueObject& vo);

@@ -56,7 +56,8 @@ std::int32_t CsvTable::integer(std::string_view column, std::int32_t least, std:
   std::int32_t value = 0;
   auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
   if (error != std::errc{} || end != field.data() + field.size() || value < least || value > most) {
-    fail(std::string(column) + " inválido: '" + field + "' (de " + std::to_string(least) + " a " + std::to_string(most) + ")");
+    fail(std::string(column) + " inválido: '" + field + "' (de " + std::to_string(least) + " a " +
+         std::to_string(most) + ")");
   }
   return value;
 }

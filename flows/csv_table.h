@@ -19,15 +19,15 @@ class CsvTable {
   // The header must have exactly these columns, in any order.
   CsvTable(const std::string& path, std::initializer_list<std::string_view> columns);
 
-  bool next();   // to the next row that is not blank; false at the end
+  bool next();  // to the next row that is not blank; false at the end
   // A field of the row; required fields must not be empty.
   const std::string& text(std::string_view column) const;
   const std::string& required(std::string_view column, std::size_t width) const;
   std::int32_t integer(std::string_view column, std::int32_t least, std::int32_t most) const;
-  Currency decimal(std::string_view column) const;      // not negative
-  double figure(std::string_view column) const;         // not negative
-  Date day(std::string_view column) const;              // yyyy-mm-dd
-  bool yes(std::string_view column) const;              // S or N
+  Currency decimal(std::string_view column) const;  // not negative
+  double figure(std::string_view column) const;     // not negative
+  Date day(std::string_view column) const;          // yyyy-mm-dd
+  bool yes(std::string_view column) const;          // S or N
 
   [[noreturn]] void fail(const std::string& what) const;
 

@@ -55,7 +55,7 @@ class RejectedFile {
 struct Nozzle {
   VOBomba record;
   NozzleState state;
-  bool moved = false;   // since its record was written
+  bool moved = false;  // since its record was written
 };
 
 class Import {

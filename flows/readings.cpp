@@ -109,7 +109,8 @@ std::optional<Refusal> contradiction(const Reading& r, const NozzleState& state)
     return "encerrante recua: de " + decimal(state.totaliser) + " para " + decimal(r.totaliser);
   }
   if (before > state.totaliser) {
-    return "encerrante com salto: faltam " + decimal(before - state.totaliser) + " litros depois de " + decimal(state.totaliser);
+    return "encerrante com salto: faltam " + decimal(before - state.totaliser) + " litros depois de " +
+           decimal(state.totaliser);
   }
   if (before < state.totaliser) {
     return "encerrante sobrepõe " + decimal(state.totaliser - before) + " litros já registrados";

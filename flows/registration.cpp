@@ -39,7 +39,8 @@ class Registration {
     file("empresa.csv", {"nome", "corte"}, &Registration::company);
     if (station_.tenant() == 0) fail("Falta a empresa usuária: empresa.csv");
     file("grupos.csv", {"nome"}, &Registration::group);
-    file("produtos.csv", {"codigo_barras", "nome", "grupo", "tipo", "combustivel", "preco", "unidade"}, &Registration::product);
+    file("produtos.csv", {"codigo_barras", "nome", "grupo", "tipo", "combustivel", "preco", "unidade"},
+         &Registration::product);
     file("tubulacoes.csv", {"tubulacao", "produto"}, &Registration::piping);
     file("bicos.csv", {"bico", "endereco", "produto", "tubulacao", "encerrante_inicial", "bomba", "descricao"},
          &Registration::nozzle);
@@ -53,10 +54,13 @@ class Registration {
   }
 
  private:
-  [[noreturn]] static void fail(const std::string& what) { throw Erro(erro::kRuleViolation, "flows.register_station", what); }
+  [[noreturn]] static void fail(const std::string& what) {
+    throw Erro(erro::kRuleViolation, "flows.register_station", what);
+  }
 
   // `take` registers the row on which a table stands and tells whether it is new.
-  void file(const char* name, std::initializer_list<std::string_view> columns, bool (Registration::*take)(const CsvTable&)) {
+  void file(const char* name, std::initializer_list<std::string_view> columns,
+            bool (Registration::*take)(const CsvTable&)) {
     Registered r{.file = name};
     const std::string path = (std::filesystem::path(folder_) / name).string();
     r.found = std::filesystem::exists(path);
@@ -71,15 +75,16 @@ class Registration {
     const std::string name = row.required("nome", 50);
     const std::string settled = DateSemHoraToSql(row.day("corte"), *station_.settings);
     if (station_.tenant() != 0) {
-      station_.connection().Execute(sql("UPDATE Pessoa SET Nm_Pessoa = {} WHERE Cd_Pessoa = {}",
-                                        text_literal(name), station_.tenant()));
+      station_.connection().Execute(
+          sql("UPDATE Pessoa SET Nm_Pessoa = {} WHERE Cd_Pessoa = {}", text_literal(name), station_.tenant()));
       station_.connection().Execute(sql("UPDATE EmpresaUsuaria SET Dt_CorteMovimento = {} WHERE Cd_PessoaUsuaria = {}",
                                         settled, station_.tenant()));
       read_company(*station_.settings, station_.tenant());
       return false;
     }
-    station_.connection().Execute(sql("INSERT INTO Pessoa (Nm_Pessoa, No_TipoPessoa, Dt_Inclusao) Values ({}, {}, GetDate())",
-                                      text_literal(name), static_cast<std::int32_t>(Tp_PessoaJuridica)));
+    station_.connection().Execute(
+        sql("INSERT INTO Pessoa (Nm_Pessoa, No_TipoPessoa, Dt_Inclusao) Values ({}, {}, GetDate())", text_literal(name),
+            static_cast<std::int32_t>(Tp_PessoaJuridica)));
     Recordset key = station_.connection().Execute("SELECT @@IDENTITY AS Cd_Pessoa");
     const auto code = key["Cd_Pessoa"].as<std::int32_t>();
     station_.connection().Execute(
@@ -169,6 +174,7 @@ class Registration {
     vo.Cd_Produto = product_of(row)->Cd_Produto;
     vo.Dt_Emissao = row.day("data");
     vo.Nm_Doc = row.required("documento", 13);
+    if (vo.Nm_Doc.find('\'') != std::string::npos) row.fail("documento com apóstrofo: " + vo.Nm_Doc);
     vo.No_Tipo = EntradaCompras;
     vo.Qt_Unidade = row.figure("quantidade");
     vo.Vl_Unitario = row.figure("custo_unitario");

@@ -21,7 +21,8 @@ void read_company(VOSistema& settings, std::int32_t company) {
                    : sql("SELECT * FROM EmpresaUsuaria WHERE Cd_PessoaUsuaria = {}", company));
   if (rows.EOF()) {
     if (company == 0) return;
-    throw Erro(erro::kRuleViolation, "flows.read_company", "A empresa " + std::to_string(company) + " não está cadastrada");
+    throw Erro(erro::kRuleViolation, "flows.read_company",
+               "A empresa " + std::to_string(company) + " não está cadastrada");
   }
   auto record = std::make_shared<VOEmpresaUsuaria>();
   read_record(rows, by_name(*record));

@@ -18,8 +18,9 @@ struct Station {
   std::int32_t tenant() const { return settings->tenant(); }
 };
 
-// Opens a database and reads the user company. `company` 0 takes the only one there is, and none while the station is not
-// registered yet. Raises what Connection::Open raises, and 0x80040660 when the company does not exist or must be chosen.
+// Opens a database and reads the user company. `company` 0 takes the only one there is, and none while the station is
+// not registered yet. Raises what Connection::Open raises, and 0x80040660 when the company does not exist or must be
+// chosen.
 Station open_station(std::string_view database, std::int32_t company = 0, StatementObserver observer = {});
 
 // The user company of an open connection, as above.

@@ -109,12 +109,18 @@ class ProgramWriter {
 std::string exact_text(const Variant& value) {
   switch (value.kind()) {
     case VariantKind::Empty:
-    case VariantKind::Null: return {};
-    case VariantKind::Boolean: return value.held<bool>() ? "-1" : "0";
-    case VariantKind::Currency: return value.held<Currency>().text();
-    case VariantKind::Float32: return fmt::format("{}", value.held<float>());
-    case VariantKind::Float64: return fmt::format("{}", value.held<double>());
-    default: return value.as<std::string>();
+    case VariantKind::Null:
+      return {};
+    case VariantKind::Boolean:
+      return value.held<bool>() ? "-1" : "0";
+    case VariantKind::Currency:
+      return value.held<Currency>().text();
+    case VariantKind::Float32:
+      return fmt::format("{}", value.held<float>());
+    case VariantKind::Float64:
+      return fmt::format("{}", value.held<double>());
+    default:
+      return value.as<std::string>();
   }
 }
 

@@ -10,19 +10,20 @@
 
 namespace posto::program {
 
-// A value for a program: null is empty, money has four decimals, floats their shortest form, a bit is -1 or 0, a date is
-// yyyy-mm-dd hh:mm:ss.
+// A value for a program: null is empty, money has four decimals, floats their shortest form, a bit is -1 or 0, a date
+// is yyyy-mm-dd hh:mm:ss.
 std::string exact_text(const Variant& value);
 
-// A column of an answer. With a pattern, figures are shown to a person with it ("###,##0.00"); a date without one is shown
-// as day and time.
+// A column of an answer. With a pattern, figures are shown to a person with it ("###,##0.00"); a date without one is
+// shown as day and time.
 struct AnswerColumn {
-  std::string title;          // for a person
-  std::string name;           // for a program
+  std::string title;  // for a person
+  std::string name;   // for a program
   std::string pattern{};
 };
 
-// Rows that are printed aligned, as CSV (RFC 4180, null as an empty field, empty text as "") or as JSON (a list of objects).
+// Rows that are printed aligned, as CSV (RFC 4180, null as an empty field, empty text as "") or as JSON (a list of
+// objects).
 class Answer {
  public:
   explicit Answer(std::vector<AnswerColumn> columns) : columns_(std::move(columns)) {}

@@ -39,10 +39,10 @@ void show(Session& session, const Options& options) {
 
 void add_bicos(CLI::App& app, Session& session) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = add_command(
-      app, session, "bicos",
-      "Confere os encerrantes com os litros de cada bico num período (sem datas, hoje); termina com 1 quando há diferença",
-      [&session, options] { show(session, *options); });
+  CLI::App* command = add_command(app, session, "bicos",
+                                  "Confere os encerrantes com os litros de cada bico num período (sem datas, hoje); "
+                                  "termina com 1 quando há diferença",
+                                  [&session, options] { show(session, *options); });
   add_day(command, "--de", options->first, "primeiro dia");
   add_day(command, "--ate", options->last, "último dia");
   add_form(command, options->form);

@@ -33,7 +33,8 @@ StatementObserver Session::observer() const {
 
 flows::Station Session::open() const { return flows::open_station(database, company, observer()); }
 
-CLI::App* add_command(CLI::App& app, Session& session, const char* name, const char* description, std::function<void()> run) {
+CLI::App* add_command(CLI::App& app, Session& session, const char* name, const char* description,
+                      std::function<void()> run) {
   CLI::App* command = app.add_subcommand(name, description);
   command->add_option("banco", session.database, "arquivo do banco, ou texto de conexão")->required();
   command->add_option("--empresa", session.company, "código da empresa usuária, quando há mais de uma");
@@ -43,8 +44,12 @@ CLI::App* add_command(CLI::App& app, Session& session, const char* name, const c
 }
 
 void add_form(CLI::App* command, Form& form) {
-  auto* csv = command->add_flag_callback("--csv", [&form] { form = Form::csv; }, "resposta em CSV");
-  command->add_flag_callback("--json", [&form] { form = Form::json; }, "resposta em JSON")->excludes(csv);
+  auto* csv = command->add_flag_callback(
+      "--csv", [&form] { form = Form::csv; }, "resposta em CSV");
+  command
+      ->add_flag_callback(
+          "--json", [&form] { form = Form::json; }, "resposta em JSON")
+      ->excludes(csv);
 }
 
 void add_day(CLI::App* command, const char* name, Date& day, const char* description) {

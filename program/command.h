@@ -22,11 +22,12 @@ struct Session {
   Status status = kDone;
 
   flows::Station open() const;
-  StatementObserver observer() const;   // prints each statement on standard error under --trace
+  StatementObserver observer() const;  // prints each statement on standard error under --trace
 };
 
 // Adds a command that works on a database, with the options that all of them have; `run` is the command.
-CLI::App* add_command(CLI::App& app, Session& session, const char* name, const char* description, std::function<void()> run);
+CLI::App* add_command(CLI::App& app, Session& session, const char* name, const char* description,
+                      std::function<void()> run);
 
 // Adds --csv and --json.
 void add_form(CLI::App* command, Form& form);

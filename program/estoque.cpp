@@ -37,7 +37,9 @@ Answer position(const flows::Station& station, Date first, Date last) {
 Answer stock_at(const flows::Station& station, Date day) {
   DALProduto product(station.settings);
   product.ObVO->Cd_PessoaUsuaria = station.tenant();
-  Answer answer({{"Grupo", "Nm_GrupoProduto"}, {"Produto", "Cd_Produto"}, {"Nome", "Nm_Produto"},
+  Answer answer({{"Grupo", "Nm_GrupoProduto"},
+                 {"Produto", "Cd_Produto"},
+                 {"Nome", "Nm_Produto"},
                  {"Estoque", "Qt_Estoque", kQuantity}});
   for (Recordset rows = product.rsEstoque(day); !rows.EOF(); rows.MoveNext()) {
     answer.add({rows["Nm_GrupoProduto"].Value(), rows["Cd_Produto"].Value(), rows["Nm_Produto"].Value(),
@@ -51,7 +53,7 @@ Answer ledger_of(const flows::Station& station, std::int32_t code, Date first, D
   DALProduto product(station.settings);
   product.ObVO->Cd_PessoaUsuaria = station.tenant();
   product.ObVO->Cd_Produto = code;
-  product.Consultar(false, false);   // an unknown product is a failure, not an empty ledger
+  product.Consultar(false, false);  // an unknown product is a failure, not an empty ledger
   Answer answer({{"Lançamento", "Cd_LancamentoCardex"},
                  {"Data", "Dt_Emissao", "dd/mm/yyyy"},
                  {"Documento", "Nm_Doc"},
@@ -63,8 +65,8 @@ Answer ledger_of(const flows::Station& station, std::int32_t code, Date first, D
                  {"Crédito ICMS", "Vl_CredIcmsMedio", kUnitCost}});
   for (Recordset rows = product.rsKardex(first, last); !rows.EOF(); rows.MoveNext()) {
     answer.add({rows["Cd_LancamentoCardex"].Value(), rows["Dt_Emissao"].Value(), rows["Nm_Doc"].Value(),
-                rows["No_Tipo"].Value(), rows["Qt_Unidade"].Value(), rows["Vl_Unitario"].Value(), rows["Qt_Estoque"].Value(),
-                rows["Vl_CustoMedio"].Value(), rows["Vl_CredIcmsMedio"].Value()});
+                rows["No_Tipo"].Value(), rows["Qt_Unidade"].Value(), rows["Vl_Unitario"].Value(),
+                rows["Qt_Estoque"].Value(), rows["Vl_CustoMedio"].Value(), rows["Vl_CredIcmsMedio"].Value()});
   }
   return answer;
 }
@@ -72,7 +74,9 @@ Answer ledger_of(const flows::Station& station, std::int32_t code, Date first, D
 void show(const Session& session, const Options& options) {
   flows::Station station = session.open();
   const Date first = options.first.empty() ? Date::of_day(1900, 1, 1) : options.first;
-  const Date last = !options.last.empty() ? options.last : !options.day.empty() ? options.day : Date::of_day(9998, 12, 31);
+  const Date last = !options.last.empty()  ? options.last
+                    : !options.day.empty() ? options.day
+                                           : Date::of_day(9998, 12, 31);
   Answer answer = options.ledger         ? ledger_of(station, options.product, first, last)
                   : !options.day.empty() ? stock_at(station, options.day)
                                          : position(station, first, last);
@@ -83,9 +87,10 @@ void show(const Session& session, const Options& options) {
 
 void add_estoque(CLI::App& app, Session& session) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = add_command(app, session, "estoque",
-                                  "Mostra o estoque atual com os movimentos, o estoque de um dia, ou o kardex de um produto",
-                                  [&session, options] { show(session, *options); });
+  CLI::App* command =
+      add_command(app, session, "estoque",
+                  "Mostra o estoque atual com os movimentos, o estoque de um dia, ou o kardex de um produto",
+                  [&session, options] { show(session, *options); });
   add_day(command, "--data", options->day, "estoque no fim deste dia");
   add_day(command, "--de", options->first, "primeiro dia dos movimentos");
   add_day(command, "--ate", options->last, "último dia dos movimentos");

@@ -19,8 +19,9 @@ void print_failure(const posto::Erro& failure) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  CLI::App app("posto: os fluxos de um posto de combustíveis.\n"
-               "Termina com 0 (feito), 1 (recusado, com o que foi encontrado), 2 (uso errado) ou 3 (falha).");
+  CLI::App app(
+      "posto: os fluxos de um posto de combustíveis.\n"
+      "Termina com 0 (feito), 1 (recusado, com o que foi encontrado), 2 (uso errado) ou 3 (falha).");
   Session session;
   app.require_subcommand(1);
   add_criar(app, session);

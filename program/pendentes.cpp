@@ -20,7 +20,7 @@ Recordset pending(const flows::Station& station, const Options& options) {
   DALBomba nozzle(station.settings);
   nozzle.ObVO->Cd_PessoaUsuaria = station.tenant();
   nozzle.ObVO->De_EnderecoLogicoBico = options.nozzle;
-  nozzle.Consultar();   // an address that no nozzle has is a failure, not an empty list
+  nozzle.Consultar();  // an address that no nozzle has is a failure, not an empty list
   return nozzle.Rs_AbastecimentosPendentes();
 }
 

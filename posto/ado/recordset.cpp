@@ -1,5 +1,7 @@
 #include "posto/ado/recordset.h"
 
+#include <utility>
+
 #include "posto/ado/rows.h"
 #include "posto/types/erro.h"
 #include "posto/types/text.h"
@@ -9,7 +11,16 @@ namespace {
 
 [[noreturn]] void raise(std::int32_t number, const std::string& what) { throw Erro(number, "ADODB.Recordset", what); }
 
-Variant converted(const Variant& value, SqlType type) {
+// The kind of value that a column's type holds.
+VariantKind kind_of(SqlType type) {
+  static constexpr VariantKind kKinds[] = {VariantKind::Boolean,  VariantKind::Byte,    VariantKind::Int16,
+                                           VariantKind::Int32,    VariantKind::Float32, VariantKind::Float64,
+                                           VariantKind::Currency, VariantKind::Date,    VariantKind::Text};
+  return kKinds[static_cast<std::size_t>(type)];
+}
+
+Variant converted(Variant value, SqlType type) {
+  if (value.kind() == kind_of(type)) return value;
   if (value.is_null() || value.is_empty()) return Null{};
   switch (type) {
     case SqlType::bit:
@@ -31,7 +42,7 @@ Variant converted(const Variant& value, SqlType type) {
     case SqlType::text:
       break;
   }
-  return value.is_text() ? value : Variant(value.as<std::string>());
+  return value.as<std::string>();
 }
 
 // A value that has been converted to the column's type, as a cell; its text stays the value's own.
@@ -64,6 +75,14 @@ Cell cell_of(const Variant& value, SqlType type) {
   return cell;
 }
 
+bool cell_holds(const Cell& cell, SqlType type, const Variant& value) {
+  const Cell other = cell_of(value, type);
+  if (cell.null || other.null) return cell.null == other.null;
+  if (type == SqlType::text) return cell.text == other.text;
+  if (type == SqlType::float32 || type == SqlType::float64) return cell.real == other.real;
+  return cell.integer == other.integer;
+}
+
 bool is_table_name(std::string_view source) {
   return !source.empty() && source.find_first_of(" \t\r\n") == std::string_view::npos && find_table(source) != nullptr;
 }
@@ -76,14 +95,40 @@ struct Recordset::Rows : RowReader {
 
 // Values that the caller wrote, and what is known of the current record beside its row.
 struct Recordset::Edit {
-  enum class State : std::uint8_t { none, pending, stored };
-  struct Slot {
-    State state = State::none;
-    Variant pending;
-    Variant stored;  // written by an earlier Update; counts when `has_stored`
-    bool has_stored = false;
+  // Values of some of the fields, by position; empty until the first is set.
+  class Values {
+   public:
+    bool has(std::size_t i) const { return i < set_.size() && set_[i] != 0; }
+    const Variant& operator[](std::size_t i) const { return values_[i]; }
+    void set(std::size_t i, Variant value, std::size_t count) {
+      if (values_.empty()) {
+        values_.resize(count);
+        set_.resize(count);
+      }
+      values_[i] = std::move(value);
+      set_[i] = 1;
+    }
+    void unset(std::size_t i) {
+      if (has(i)) set_[i] = 0;
+    }
+    // Takes over what `newer` has.
+    void merge(Values&& newer) {
+      if (values_.empty()) {
+        std::swap(*this, newer);
+        return;
+      }
+      for (std::size_t i = 0; i < newer.values_.size(); ++i) {
+        if (newer.has(i)) set(i, std::move(newer.values_[i]), values_.size());
+      }
+    }
+
+   private:
+    std::vector<Variant> values_;
+    std::vector<std::uint8_t> set_;
   };
-  std::vector<Slot> slots;
+
+  Values pending;       // not yet written
+  Values stored;        // written by an earlier Update
   bool adding = false;  // AddNew, not yet Update
   bool added = false;   // the current record is one that was added
   bool changed = false;
@@ -226,24 +271,30 @@ const Cell& Recordset::cell(std::size_t index) {
 
 Variant Recordset::field_value(std::size_t index) {
   if (edit_) {
-    const Edit::Slot& slot = edit_->slots[index];
-    if (slot.state == Edit::State::pending) return slot.pending;
-    if (slot.has_stored) return slot.stored;
+    if (edit_->pending.has(index)) return edit_->pending[index];
+    if (edit_->stored.has(index)) return edit_->stored[index];
     if (on_new_record()) return Null{};
   }
   return cell_value(cell(index), shape_->columns()[index].type);
 }
 
-void Recordset::set_field(std::size_t index, const Variant& value) {
+void Recordset::set_field(std::size_t index, Variant value) {
   const ResultColumn& column = shape().columns()[index];
   require_updatable();
   if (column.column == nullptr) raise(erro::kNotSupported, "O campo " + column.name + " é calculado");
   if (!on_new_record() && !rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
-  if (!edit_) start_edit();
-  Edit::Slot& slot = edit_->slots[index];
-  slot.pending = converted(value, column.type);
-  slot.state = Edit::State::pending;
+  if (!edit_) edit_ = std::make_unique<Edit>();
+  value = converted(std::move(value), column.type);
+  if (!edit_->adding && is_former(index, value)) return edit_->pending.unset(index);
+  edit_->pending.set(index, std::move(value), shape_->columns().size());
   edit_->changed = true;
+}
+
+// Whether the database holds this value already.
+bool Recordset::is_former(std::size_t index, const Variant& value) {
+  if (edit_->stored.has(index)) return edit_->stored[index] == value;
+  if (edit_->added) return value.is_null();
+  return cell_holds(rows_->cell(index), shape_->columns()[index].type, value);
 }
 
 void Recordset::require_updatable() const {
@@ -252,18 +303,13 @@ void Recordset::require_updatable() const {
   }
 }
 
-void Recordset::start_edit() {
-  edit_ = std::make_unique<Edit>();
-  edit_->slots.resize(shape_->columns().size());
-}
-
 // --- writing
 // ------------------------------------------------------------------------------------------------------------
 
 void Recordset::AddNew() {
   require_updatable();
   if (edit_ && (edit_->changed || edit_->adding)) Update();
-  start_edit();
+  edit_ = std::make_unique<Edit>();
   edit_->adding = true;
 }
 
@@ -272,14 +318,10 @@ void Recordset::Update() {
   if (!edit_ || (!edit_->adding && !edit_->changed)) return;
   if (!connection_) raise(erro::kConnectionInvalid, "O conjunto de registros está desligado da conexão");
   edit_->adding ? insert_pending() : update_pending();
-  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
-    Edit::Slot& slot = edit_->slots[i];
-    if (slot.state != Edit::State::pending) continue;
-    slot.stored = std::move(slot.pending);
-    slot.has_stored = true;
-    slot.state = Edit::State::none;
-    if (!on_new_record() && rows_->keeps()) rows_->replace(i, cell_of(slot.stored, shape_->columns()[i].type));
+  for (std::size_t i = 0; i < shape_->columns().size() && !on_new_record() && rows_->keeps(); ++i) {
+    if (edit_->pending.has(i)) rows_->replace(i, cell_of(edit_->pending[i], shape_->columns()[i].type));
   }
+  edit_->stored.merge(std::exchange(edit_->pending, {}));
   edit_->added = edit_->added || edit_->adding;
   edit_->adding = edit_->changed = false;
 }
@@ -291,7 +333,7 @@ void Recordset::CancelUpdate() {
     edit_.reset();
     return;
   }
-  for (Edit::Slot& slot : edit_->slots) slot.state = Edit::State::none;
+  edit_->pending = {};
   edit_->changed = false;
 }
 
@@ -352,45 +394,47 @@ std::shared_ptr<PreparedStatement> Recordset::kept_write(const std::string& key,
 }
 
 void Recordset::insert_pending() {
+  const std::size_t count = shape_->columns().size();
   std::string key = write_key('i');
   std::vector<const Variant*> values;
-  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
-    if (edit_->slots[i].state != Edit::State::pending) continue;
+  values.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!edit_->pending.has(i)) continue;
     key[kKeyHead + i] = 's';
-    values.push_back(&edit_->slots[i].pending);
+    values.push_back(&edit_->pending[i]);
   }
   auto statement = kept_write(key, insert_statement);
   statement->run(values);
-  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
-    const ResultColumn& column = shape_->columns()[i];
-    Edit::Slot& slot = edit_->slots[i];
-    if (column.column == nullptr || slot.state == Edit::State::pending) continue;
-    slot.has_stored = column.column->identity || !column.column->default_value.empty();
-    if (!slot.has_stored) continue;
-    slot.stored = column.column->identity ? connection_->engine().last_identity()
-                                          : converted(Variant(column.column->default_value), column.type);
+  for (std::size_t i = 0; i < count; ++i) {
+    const Column* column = shape_->columns()[i].column;
+    if (column == nullptr || edit_->pending.has(i)) continue;
+    if (column->identity) {
+      edit_->stored.set(i, connection_->engine().last_identity(), count);
+    } else if (!column->default_value.empty()) {
+      edit_->stored.set(i, converted(Variant(column->default_value), column->type), count);
+    }
   }
 }
 
 void Recordset::update_pending() {
+  const std::size_t count = shape_->columns().size();
   std::string key = write_key('u');
-  std::vector<Variant> former(edit_->slots.size());
-  std::vector<const Variant*> values, conditions;
-  for (std::size_t i = 0; i < edit_->slots.size(); ++i) {
+  std::vector<Variant> former;
+  std::vector<const Variant*> values;
+  former.reserve(count);  // its values are pointed to
+  for (std::size_t i = 0; i < count; ++i) {
     const Column* column = shape_->columns()[i].column;
-    Edit::Slot& slot = edit_->slots[i];
-    bool pending = slot.state == Edit::State::pending;
-    if (column == nullptr || (!pending && !column->key)) continue;
-    former[i] = former_value(i);
-    bool changed = pending && former[i] != slot.pending;
+    const bool changed = edit_->pending.has(i);
+    if (column == nullptr || (!changed && !column->key)) continue;
+    Variant before = former_value(i);
     if (changed) {
-      values.push_back(&slot.pending);
-      key[kKeyHead + i] = former[i].is_null() ? 'n' : 's';
+      values.push_back(&edit_->pending[i]);
+      key[kKeyHead + i] = before.is_null() ? 'n' : 's';
     }
-    if ((changed || column->key) && !former[i].is_null()) conditions.push_back(&former[i]);
+    if (!before.is_null()) former.push_back(std::move(before));
   }
   if (values.empty()) return;
-  values.insert(values.end(), conditions.begin(), conditions.end());
+  for (const Variant& before : former) values.push_back(&before);
   auto statement = kept_write(key, update_statement);
   if (statement->run(values).affected == 0) {
     raise(erro::kRowNotFound,
@@ -400,8 +444,7 @@ void Recordset::update_pending() {
 
 // The value that the database holds, as far as this record set knows.
 Variant Recordset::former_value(std::size_t index) {
-  const Edit::Slot& slot = edit_->slots[index];
-  if (slot.has_stored) return slot.stored;
+  if (edit_->stored.has(index)) return edit_->stored[index];
   if (edit_->added) return Null{};
   return cell_value(cell(index), shape_->columns()[index].type);
 }
@@ -414,7 +457,7 @@ SqlType Field::type() const { return set_->shape().columns()[index_].type; }
 std::uint16_t Field::width() const { return set_->shape().columns()[index_].width; }
 Variant Field::Value() const { return set_->field_value(index_); }
 bool Field::is_null() const { return set_->field_value(index_).is_null(); }
-void Field::Value(const Variant& value) const { set_->set_field(index_, value); }
+void Field::Value(Variant value) const { set_->set_field(index_, std::move(value)); }
 
 Variant Field::Properties(std::string_view name) const {
   const ResultColumn& column = set_->shape().columns()[index_];

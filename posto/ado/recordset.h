@@ -47,9 +47,9 @@ class Field {
   }
   // Writes into the current record; the database gets it at Update. Raises 3251 where the record set is not updatable
   // or the field is calculated, 13 and 6 when the value cannot become the column's type.
-  void Value(const Variant& value) const;
-  const Field& operator=(const Variant& value) const {
-    Value(value);
+  void Value(Variant value) const;
+  const Field& operator=(Variant value) const {
+    Value(std::move(value));
     return *this;
   }
   // A provider property: "OCTETLENGTH" (characters of a text column, otherwise 0) or "ISAUTOINCREMENT" (boolean).
@@ -127,10 +127,10 @@ class Recordset {
   bool on_new_record() const;  // added, or about to be
   void require_kept();
   void require_updatable() const;
-  void start_edit();
   Variant field_value(std::size_t index);
   Variant former_value(std::size_t index);
-  void set_field(std::size_t index, const Variant& value);
+  void set_field(std::size_t index, Variant value);
+  bool is_former(std::size_t index, const Variant& value);
   std::string write_key(char kind) const;
   using Compose = std::string (*)(const ResultShape&, std::string_view letters);
   std::shared_ptr<PreparedStatement> kept_write(const std::string& key, Compose compose);

@@ -17,7 +17,7 @@ class TextArena {
   std::string_view keep(std::string_view text);
 
  private:
-  static constexpr std::size_t kPiece = 64 * 1024;
+  static constexpr std::size_t kFirstPiece = 1024, kLargestPiece = 64 * 1024;
   std::vector<std::unique_ptr<char[]>> pieces_;
   std::size_t left_ = 0;
   char* next_ = nullptr;
@@ -45,13 +45,14 @@ class RowReader {
 
  private:
   bool fetch();
+  void keep_texts();
   void show(std::int64_t row);
 
   std::unique_ptr<Cursor> cursor_;
   bool keep_;
   std::size_t width_;
-  std::vector<Cell> row_;  // the row that the cursor stands on
-  std::vector<Cell> kept_;
+  std::vector<Cell> cells_;     // of the kept rows one behind the other, or of the current one
+  bool texts_are_kept_ = true;  // those of the row that was fetched last; before that they belong to the cursor
   TextArena texts_;
   const Cell* current_ = nullptr;
   std::int64_t position_ = -1;

@@ -10,19 +10,27 @@ namespace {
 
 std::int32_t integer_of(const ValueObject& vo, const Property& p) {
   switch (p.type) {
-    case SqlType::bit: return vo.member<bool>(p) ? -1 : 0;
-    case SqlType::byte: return vo.member<std::uint8_t>(p);
-    case SqlType::int16: return vo.member<std::int16_t>(p);
-    case SqlType::int32: return vo.member<std::int32_t>(p);
-    default: return vo.get(p).as<std::int32_t>();
+    case SqlType::bit:
+      return vo.member<bool>(p) ? -1 : 0;
+    case SqlType::byte:
+      return vo.member<std::uint8_t>(p);
+    case SqlType::int16:
+      return vo.member<std::int16_t>(p);
+    case SqlType::int32:
+      return vo.member<std::int32_t>(p);
+    default:
+      return vo.get(p).as<std::int32_t>();
   }
 }
 
 double number_of(const ValueObject& vo, const Property& p) {
   switch (p.type) {
-    case SqlType::float64: return vo.member<double>(p);
-    case SqlType::float32: return static_cast<double>(vo.member<float>(p));
-    default: return vo.get(p).as<double>();
+    case SqlType::float64:
+      return vo.member<double>(p);
+    case SqlType::float32:
+      return static_cast<double>(vo.member<float>(p));
+    default:
+      return vo.get(p).as<double>();
   }
 }
 
@@ -39,23 +47,35 @@ void append_literal(std::string& out, const LiteralForm& form, const ValueObject
   const auto decimals = static_cast<std::uint8_t>(form.argument);
   auto narrowed = [&] { return static_cast<float>(number_of(vo, p)); };
   switch (form.routine) {
-    case Routine::tiny_int: return TinyIntToSql(out, small_of(vo, p), form.null_when_empty);
-    case Routine::small_int: return SmallIntToSql(out, small_of(vo, p), form.null_when_empty);
-    case Routine::integer: return IntToSql(out, integer_of(vo, p), form.null_when_empty);
-    case Routine::float32: return FloatToSql(out, narrowed(), decimals);
-    case Routine::real: return RealToSql(out, narrowed(), decimals);
-    case Routine::float64: return DoubleToSql(out, number_of(vo, p), decimals);
-    case Routine::money: return MoneyToSql(out, p.type == SqlType::money ? vo.member<Currency>(p) : vo.get(p).as<Currency>(), decimals);
-    case Routine::var_char: return VarCharToSql(out, vo.member<std::string>(p), form.argument, form.null_when_empty);
-    case Routine::day: return DateSemHoraToSql(out, vo.member<Date>(p), settings);
-    case Routine::moment: return DateComHoraToSql(out, vo.member<Date>(p), settings);
-    case Routine::bit: return BitToSql(out, vo.member<bool>(p));
+    case Routine::tiny_int:
+      return TinyIntToSql(out, small_of(vo, p), form.null_when_empty);
+    case Routine::small_int:
+      return SmallIntToSql(out, small_of(vo, p), form.null_when_empty);
+    case Routine::integer:
+      return IntToSql(out, integer_of(vo, p), form.null_when_empty);
+    case Routine::float32:
+      return FloatToSql(out, narrowed(), decimals);
+    case Routine::real:
+      return RealToSql(out, narrowed(), decimals);
+    case Routine::float64:
+      return DoubleToSql(out, number_of(vo, p), decimals);
+    case Routine::money:
+      return MoneyToSql(out, p.type == SqlType::money ? vo.member<Currency>(p) : vo.get(p).as<Currency>(), decimals);
+    case Routine::var_char:
+      return VarCharToSql(out, vo.member<std::string>(p), form.argument, form.null_when_empty);
+    case Routine::day:
+      return DateSemHoraToSql(out, vo.member<Date>(p), settings);
+    case Routine::moment:
+      return DateComHoraToSql(out, vo.member<Date>(p), settings);
+    case Routine::bit:
+      return BitToSql(out, vo.member<bool>(p));
     case Routine::quoted:
       out += '\'';
       out += vo.member<std::string>(p);
       out += '\'';
       return;
-    case Routine::none: return;
+    case Routine::none:
+      return;
   }
 }
 
@@ -65,7 +85,8 @@ ColumnList::ColumnList(std::string_view table, std::span<const ListColumn> colum
   for (const ListColumn& c : columns_) {
     const Property* property = layout.find(c.column);
     if (property == nullptr) {
-      throw Erro(erro::kUnknownMember, std::string(layout.type_name()), "O objeto não possui a propriedade " + std::string(c.column));
+      throw Erro(erro::kUnknownMember, std::string(layout.type_name()),
+                 "O objeto não possui a propriedade " + std::string(c.column));
     }
     properties_.push_back(property);
     if (&c != columns_.data()) insert_head_ += ',';
@@ -93,7 +114,8 @@ std::string ColumnList::update_statement(const ValueObject& vo, const VOSistema&
     const ListColumn& c = columns_[i];
     out += c.column;
     out += " = ";
-    append_literal(out, c.update.routine == LiteralForm::Routine::none ? c.insert : c.update, vo, *properties_[i], settings);
+    append_literal(out, c.update.routine == LiteralForm::Routine::none ? c.insert : c.update, vo, *properties_[i],
+                   settings);
   };
   out += "UPDATE ";
   out += table_;

@@ -1,5 +1,5 @@
-// Hand-written INSERT and UPDATE lists as data: for each column the literal that its value becomes, for insert and for update
-// side by side. One writer walks the list.
+// Hand-written INSERT and UPDATE lists as data: for each column the literal that its value becomes, for insert and for
+// update side by side. One writer walks the list.
 #pragma once
 
 #include <cstdint>
@@ -16,17 +16,37 @@ namespace posto {
 
 // A literal routine (core/sql_literals.h) with its arguments.
 struct LiteralForm {
-  enum class Routine : std::uint8_t { none, tiny_int, small_int, integer, float32, real, float64, money, var_char, day, moment, bit, quoted };
+  enum class Routine : std::uint8_t {
+    none,
+    tiny_int,
+    small_int,
+    integer,
+    float32,
+    real,
+    float64,
+    money,
+    var_char,
+    day,
+    moment,
+    bit,
+    quoted
+  };
   Routine routine = Routine::none;
-  std::int16_t argument = 0;       // decimals, or the width of a text
-  bool null_when_empty = false;    // zero or the empty text
+  std::int16_t argument = 0;     // decimals, or the width of a text
+  bool null_when_empty = false;  // zero or the empty text
 };
 
 constexpr bool kNullWhenEmpty = true;
 
-constexpr LiteralForm tiny_int(bool null_when_zero = false) { return {LiteralForm::Routine::tiny_int, 0, null_when_zero}; }
-constexpr LiteralForm small_int(bool null_when_zero = false) { return {LiteralForm::Routine::small_int, 0, null_when_zero}; }
-constexpr LiteralForm integer(bool null_when_zero = false) { return {LiteralForm::Routine::integer, 0, null_when_zero}; }
+constexpr LiteralForm tiny_int(bool null_when_zero = false) {
+  return {LiteralForm::Routine::tiny_int, 0, null_when_zero};
+}
+constexpr LiteralForm small_int(bool null_when_zero = false) {
+  return {LiteralForm::Routine::small_int, 0, null_when_zero};
+}
+constexpr LiteralForm integer(bool null_when_zero = false) {
+  return {LiteralForm::Routine::integer, 0, null_when_zero};
+}
 // The value is narrowed to 32 bits first, whatever its column holds.
 constexpr LiteralForm float32(std::int16_t decimals) { return {LiteralForm::Routine::float32, decimals}; }
 constexpr LiteralForm real(std::int16_t decimals) { return {LiteralForm::Routine::real, decimals}; }
@@ -38,15 +58,16 @@ constexpr LiteralForm var_char(std::int16_t width, bool null_when_empty = false)
 constexpr LiteralForm day() { return {LiteralForm::Routine::day}; }
 constexpr LiteralForm moment() { return {LiteralForm::Routine::moment}; }
 constexpr LiteralForm bit() { return {LiteralForm::Routine::bit}; }
-constexpr LiteralForm quoted() { return {LiteralForm::Routine::quoted}; }   // the text as it is, uncut, in quotes
+constexpr LiteralForm quoted() { return {LiteralForm::Routine::quoted}; }  // the text as it is, uncut, in quotes
 
 struct ListColumn {
   std::string_view column;
   LiteralForm insert;
-  LiteralForm update{};   // the same as insert when none is given
+  LiteralForm update{};  // the same as insert when none is given
 };
 
-// The statements of one table over the value objects of one type. Made once and kept: names are resolved when it is made.
+// The statements of one table over the value objects of one type. Made once and kept: names are resolved when it is
+// made.
 class ColumnList {
  public:
   ColumnList(std::string_view table, std::span<const ListColumn> columns, const VoLayout& layout);

@@ -32,7 +32,8 @@ void tolerant_of_control(Statement&& statement) {
 
 }  // namespace
 
-// --- keys ---------------------------------------------------------------------------------------------------------------
+// --- keys
+// ---------------------------------------------------------------------------------------------------------------
 
 bool EntityBase::has_value(std::string_view column) { return std::visit(IsGiven(), vo().get(column).storage()); }
 
@@ -55,10 +56,12 @@ std::vector<std::string> EntityBase::nomeCamposSequencial() const {
   return {names.begin(), names.end()};
 }
 
-// --- failures -----------------------------------------------------------------------------------------------------------
+// --- failures
+// -----------------------------------------------------------------------------------------------------------
 
 void EntityBase::require_settings() const {
-  if (!ObVOSistema) throw Erro(erro::kObjectNotSet, std::string(description_.class_name), "ObVOSistema não foi informado");
+  if (!ObVOSistema)
+    throw Erro(erro::kObjectNotSet, std::string(description_.class_name), "ObVOSistema não foi informado");
 }
 
 void EntityBase::leave_with(const Erro& failure) const {
@@ -81,7 +84,8 @@ void EntityBase::raise_and_reset(std::int32_t number, std::string_view behind, b
   raise(number, behind);
 }
 
-// --- record sets --------------------------------------------------------------------------------------------------------
+// --- record sets
+// --------------------------------------------------------------------------------------------------------
 
 Connection& EntityBase::connection() const {
   if (!ObVOSistema->ObConnection) {
@@ -123,7 +127,8 @@ void EntityBase::execute(std::string statement) {
   connection().Execute(statement_);
 }
 
-// --- operations ---------------------------------------------------------------------------------------------------------
+// --- operations
+// ---------------------------------------------------------------------------------------------------------
 
 // The record that the value object's key finds.
 Recordset EntityBase::open_record(Purpose purpose, bool reset) {
@@ -168,7 +173,8 @@ void EntityBase::Incluir() {
   routine("Incluir", [&] {
     const std::string table(description_.table);
     bool by_query = !description_.empty_query.empty();
-    Recordset record = open(by_query ? "Select * From " + table + " Where " + std::string(description_.empty_query) : table);
+    Recordset record =
+        open(by_query ? "Select * From " + table + " Where " + std::string(description_.empty_query) : table);
     record.AddNew();
     fill(record);
     record.Update();
@@ -196,8 +202,8 @@ void EntityBase::CarregarComboBox(LateBound& Ob_ComboBox, std::string_view Ds_Co
     };
     ObVOSistema->EntrarRotina("CarregarComboBox");
     tolerant_of_control([&] { Ob_ComboBox.call("Clear", {}); });
-    Recordset rows = detached(fmt::format(" SELECT   {}, {}\r FROM     {} \r{}\r ORDER BY {} \r", list.key, list.display,
-                                          description_.table, Ds_Condicao, list.order));
+    Recordset rows = detached(fmt::format(" SELECT   {}, {}\r FROM     {} \r{}\r ORDER BY {} \r", list.key,
+                                          list.display, description_.table, Ds_Condicao, list.order));
     if (!(rows.EOF() && rows.BOF())) {
       add("SELECIONE ->", std::int32_t{0});
       for (; !rows.EOF(); rows.MoveNext()) add(rows[list.display].Value(), rows[list.key].Value());

@@ -1,5 +1,5 @@
-// The standard entity: one class serves one table. It is written once, over a description of the table and a value object
-// that is asked by name; a class that differs overrides the step in which it differs.
+// The standard entity: one class serves one table. It is written once, over a description of the table and a value
+// object that is asked by name; a class that differs overrides the step in which it differs.
 #pragma once
 
 #include <functional>
@@ -20,7 +20,7 @@
 namespace posto {
 
 namespace erro {
-inline constexpr std::int32_t kObjectNotSet = 91;   // an operation was called before ObVOSistema was set
+inline constexpr std::int32_t kObjectNotSet = 91;  // an operation was called before ObVOSistema was set
 }  // namespace erro
 
 // Columns that find a record together.
@@ -42,21 +42,21 @@ class KeySet {
 // The facts about a class.
 struct Description {
   static constexpr std::size_t kMostKeySets = 3;
-  std::string_view class_name;                  // as it stands in the path of a failure
+  std::string_view class_name;  // as it stands in the path of a failure
   std::string_view table;
-  KeySet keys[kMostKeySets]{};                  // tried in order; the first whose columns all have a value is taken
-  KeySet sequence{};                            // columns that nomeCamposSequencial gives
-  std::string_view empty_query{};               // WHERE of the query without rows that Incluir opens; none: the table itself
+  KeySet keys[kMostKeySets]{};     // tried in order; the first whose columns all have a value is taken
+  KeySet sequence{};               // columns that nomeCamposSequencial gives
+  std::string_view empty_query{};  // WHERE of the query without rows that Incluir opens; none: the table itself
   struct {
     std::string_view key{}, display{}, order{};
-  } list{};                                     // of CarregarComboBox
+  } list{};  // of CarregarComboBox
 };
 
 // What every entity does. An object serves one caller at a time and may be used for many operations.
 //
-// Failures, in every public operation: the error is saved, ObVOSistema.SairRotina is told "<class>.<operation>", and the error
-// goes on with " -> <class>.<operation>" behind its source. Errors of the class itself (0x80040201 missing key, 0x80040202 no
-// such record) start with the source " -> <class>.<operation>, ".
+// Failures, in every public operation: the error is saved, ObVOSistema.SairRotina is told "<class>.<operation>", and
+// the error goes on with " -> <class>.<operation>" behind its source. Errors of the class itself (0x80040201 missing
+// key, 0x80040202 no such record) start with the source " -> <class>.<operation>, ".
 class EntityBase {
  public:
   virtual ~EntityBase() = default;
@@ -67,16 +67,16 @@ class EntityBase {
   std::shared_ptr<VOSistema> ObVOSistema;
 
   // Changes the record of the key to what the value object holds. Raises 0x80040201 without a key, 0x80040202 with
-  // "(<table>)" when there is no such record; both reset the value object unless Ic_Salvando. Errors 13, 438 and 440 go on at
-  // the next statement. Conflicts and constraints come as the provider's failures.
+  // "(<table>)" when there is no such record; both reset the value object unless Ic_Salvando. Errors 13, 438 and 440 go
+  // on at the next statement. Conflicts and constraints come as the provider's failures.
   void Alterar(bool Ic_Salvando = false);
   // Adds a record. A key that exists is the provider's failure 0x80040E2F; nothing is read back.
   void Incluir();
   // Deletes the record of the key; none is no failure. Raises 0x80040201 without a key, and resets the value object.
   void Excluir();
   // Fills a list control, called by name: "SELECIONE ->" with 0, then the display column of each record with its key.
-  // Ds_Condicao: a WHERE clause or nothing. An empty table leaves the control empty. Errors 13, 438, 440 and 451 go on at the
-  // next statement.
+  // Ds_Condicao: a WHERE clause or nothing. An empty table leaves the control empty. Errors 13, 438, 440 and 451 go on
+  // at the next statement.
   void CarregarComboBox(LateBound& Ob_ComboBox, std::string_view Ds_Condicao = {});
   // Whether the key is numbered by a sequence, and the columns that are.
   bool temCampoSequencial() const { return !description_.sequence.empty(); }
@@ -130,13 +130,13 @@ class EntityBase {
   [[noreturn]] void raise_missing(bool reset) { raise_and_reset(erro::kMissingKey, {}, reset); }
 
   std::int32_t tenant() const { return ObVOSistema->tenant(); }
-  Connection& connection() const;   // raises 3709 when the settings have none
+  Connection& connection() const;  // raises 3709 when the settings have none
   const Description& description() const { return description_; }
   bool has_value(std::string_view column);
   bool has_values(Names columns);
 
-  // Record sets over a statement, which becomes statement(): with the settings' cursor and lock; read once from first to
-  // last; fetched whole and detached from the connection.
+  // Record sets over a statement, which becomes statement(): with the settings' cursor and lock; read once from first
+  // to last; fetched whole and detached from the connection.
   Recordset open(std::string statement);
   Recordset read(std::string statement);
   Recordset detached(std::string statement);
@@ -145,7 +145,8 @@ class EntityBase {
  private:
   class Operation {
    public:
-    Operation(EntityBase& entity, std::string_view name) : entity_(entity), outer_(std::exchange(entity.operation_, name)) {}
+    Operation(EntityBase& entity, std::string_view name)
+        : entity_(entity), outer_(std::exchange(entity.operation_, name)) {}
     ~Operation() { entity_.operation_ = outer_; }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
@@ -175,9 +176,9 @@ class Entity : public EntityBase {
   // The record on which the operations work.
   std::shared_ptr<VO> ObVO = std::make_shared<VO>();
 
-  // Reads the record of the key into the value object; a null leaves its property as it was. Raises 0x80040201 without a key
-  // and 0x80040202 with "(<table>)" when there is no such record; the flag resets the value object before they are raised.
-  // Errors 13, 438 and 440 go on at the next statement.
+  // Reads the record of the key into the value object; a null leaves its property as it was. Raises 0x80040201 without
+  // a key and 0x80040202 with "(<table>)" when there is no such record; the flag resets the value object before they
+  // are raised. Errors 13, 438 and 440 go on at the next statement.
   VO& Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false) {
     consult(Ic_RestaurarDefaulSeNaoEcontrarRegistro);
     return *ObVO;

@@ -6,19 +6,26 @@
 namespace posto {
 namespace {
 
-constexpr std::size_t kLongText = 1000;   // a column from this width on is not cut
+constexpr std::size_t kLongText = 1000;  // a column from this width on is not cut
 
 bool is_code(std::string_view column) { return column.size() >= 3 && equal_names(column.substr(0, 3), "Cd_"); }
 
 bool is_zero(const Variant& value) {
   switch (value.kind()) {
-    case VariantKind::Byte: return value.held<std::uint8_t>() == 0;
-    case VariantKind::Int16: return value.held<std::int16_t>() == 0;
-    case VariantKind::Int32: return value.held<std::int32_t>() == 0;
-    case VariantKind::Float32: return value.held<float>() == 0;
-    case VariantKind::Float64: return value.held<double>() == 0;
-    case VariantKind::Currency: return value.held<Currency>() == Currency();
-    default: return false;
+    case VariantKind::Byte:
+      return value.held<std::uint8_t>() == 0;
+    case VariantKind::Int16:
+      return value.held<std::int16_t>() == 0;
+    case VariantKind::Int32:
+      return value.held<std::int32_t>() == 0;
+    case VariantKind::Float32:
+      return value.held<float>() == 0;
+    case VariantKind::Float64:
+      return value.held<double>() == 0;
+    case VariantKind::Currency:
+      return value.held<Currency>() == Currency();
+    default:
+      return false;
   }
 }
 
@@ -41,15 +48,33 @@ Variant stored_value(const VOSistema& settings, const ResultColumn& column, Vari
 bool read_same_type(const Cell& cell, SqlType type, const ValueObject& vo, const Property& property) {
   if (property.type != type) return false;
   switch (type) {
-    case SqlType::bit: vo.member<bool>(property) = cell.integer != 0; return true;
-    case SqlType::byte: vo.member<std::uint8_t>(property) = static_cast<std::uint8_t>(cell.integer); return true;
-    case SqlType::int16: vo.member<std::int16_t>(property) = static_cast<std::int16_t>(cell.integer); return true;
-    case SqlType::int32: vo.member<std::int32_t>(property) = static_cast<std::int32_t>(cell.integer); return true;
-    case SqlType::float32: vo.member<float>(property) = static_cast<float>(cell.real); return true;
-    case SqlType::float64: vo.member<double>(property) = cell.real; return true;
-    case SqlType::money: vo.member<Currency>(property) = Currency::of_scaled(cell.integer); return true;
-    case SqlType::date: vo.member<Date>(property) = Date::of_millis(cell.integer); return true;
-    case SqlType::text: vo.member<std::string>(property) = cell.text; return true;
+    case SqlType::bit:
+      vo.member<bool>(property) = cell.integer != 0;
+      return true;
+    case SqlType::byte:
+      vo.member<std::uint8_t>(property) = static_cast<std::uint8_t>(cell.integer);
+      return true;
+    case SqlType::int16:
+      vo.member<std::int16_t>(property) = static_cast<std::int16_t>(cell.integer);
+      return true;
+    case SqlType::int32:
+      vo.member<std::int32_t>(property) = static_cast<std::int32_t>(cell.integer);
+      return true;
+    case SqlType::float32:
+      vo.member<float>(property) = static_cast<float>(cell.real);
+      return true;
+    case SqlType::float64:
+      vo.member<double>(property) = cell.real;
+      return true;
+    case SqlType::money:
+      vo.member<Currency>(property) = Currency::of_scaled(cell.integer);
+      return true;
+    case SqlType::date:
+      vo.member<Date>(property) = Date::of_millis(cell.integer);
+      return true;
+    case SqlType::text:
+      vo.member<std::string>(property) = cell.text;
+      return true;
   }
   return false;
 }

@@ -27,16 +27,16 @@ void tolerant(Statement&& statement) {
 //  - In a column whose name begins with Cd_, 0 and the empty text become null; a Cd_PessoaUsuaria of 0 becomes the user
 //    company's.
 //  - A text is cut at its column's width, when that is below 1000.
-// Columns without a property stay as they are. Errors 13, 438 and 440 skip the field; any other failure goes on with the
-// step " -> DALModulo.TransferirDadosDeVOParaBd, ".
+// Columns without a property stay as they are. Errors 13, 438 and 440 skip the field; any other failure goes on with
+// the step " -> DALModulo.TransferirDadosDeVOParaBd, ".
 void TransferirDadosDeVOParaBd(const VOSistema& settings, const ValueObject& vo, Recordset& record);
 
 // Copies the named fields of the current record into the value object, so that it holds the key that the database gave.
 // Failures go on with the step " -> DALModulo.pegarValorCamposSequencial, ". True.
 bool pegarValorCamposSequencial(const ValueObject& vo, Names sequential_columns, Recordset& record);
 
-// Record to value object: a column without a property is skipped, a null leaves its property as it was, and so does a value
-// that the property's type cannot hold (13, 438, 440). Any other failure is raised.
+// Record to value object: a column without a property is skipped, a null leaves its property as it was, and so does a
+// value that the property's type cannot hold (13, 438, 440). Any other failure is raised.
 void read_record(Recordset& record, const ValueObject& vo);
 
 }  // namespace posto

@@ -8,7 +8,10 @@ void VOSistema::EntrarRotina(std::string_view routine) {
 }
 
 void VOSistema::SairRotina(std::string_view routine) {
-  if (!routines_.empty() && routines_.back() == routine) routines_.pop_back();
+  // The failure road tells "Class.Operation" where the way in told the operation alone.
+  const std::size_t point = routine.rfind('.');
+  const std::string_view operation = point == std::string_view::npos ? routine : routine.substr(point + 1);
+  if (!routines_.empty() && routines_.back() == operation) routines_.pop_back();
   if (on_routine) on_routine(false, routine);
 }
 

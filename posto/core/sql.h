@@ -18,8 +18,7 @@ class SqlPart {
   SqlPart(const std::string& text) : text_(text) {}
   SqlPart(const char* text) : text_(text) {}
   template <std::integral T>
-    requires(!std::same_as<T, bool> && !std::same_as<T, char>)
-  SqlPart(T number) {
+  requires(!std::same_as<T, bool> && !std::same_as<T, char>) SqlPart(T number) {
     auto end = std::to_chars(digits_, digits_ + sizeof digits_, number).ptr;
     length_ = static_cast<std::size_t>(end - digits_);
   }
@@ -48,8 +47,8 @@ class SqlText {
 
 std::string compose_sql(std::string_view raw, std::span<const SqlPart> parts);
 
-// Makes a statement of a raw string: one clause a line, the first line's indentation taken off each, the line ends turned
-// into carriage returns, the holes {} filled in their order.
+// Makes a statement of a raw string: one clause a line, the first line's indentation taken off each, the line ends
+// turned into carriage returns, the holes {} filled in their order.
 //
 //   sql(R"(
 //       SELECT   Nm_Bairro

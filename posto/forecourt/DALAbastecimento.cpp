@@ -42,7 +42,8 @@ constexpr std::string_view kReadingKey[] = {"Cd_PessoaUsuaria", "De_EnderecoLogi
 // The tenant takes no part in the choice.
 Names DALAbastecimento::key_for(Purpose purpose) {
   if (ObVO->Cd_Abastecimento != 0) return kPrimaryKey;
-  bool by_reading = purpose != Purpose::remove && !ObVO->De_EnderecoLogicoBico.empty() && ObVO->No_EncerranteFechamento != 0;
+  bool by_reading =
+      purpose != Purpose::remove && !ObVO->De_EnderecoLogicoBico.empty() && ObVO->No_EncerranteFechamento != 0;
   return by_reading ? Names(kReadingKey) : Names();
 }
 
@@ -81,13 +82,15 @@ bool DALAbastecimento::ConferirBaixa() {
     const std::int32_t postings = rs.EOF() ? 0 : rs["Qt_BaixasDoAbastecimento"].as<std::int32_t>();
     rs.Close();
     if (postings == 0) {
-      raise_described(erro::kRuleViolation, "Erro na conferencia da baixa, o abastecimento não foi baixado corretamente");
+      raise_described(erro::kRuleViolation,
+                      "Erro na conferencia da baixa, o abastecimento não foi baixado corretamente");
     }
     if (postings > 1) {
       execute(posting_statement());
-      raise_described(erro::kFuellingAlreadyPosted,
-                      "Erro na conferencia da baixa, o abastecimento já foi baixado anteriormente, tente novamente, se o "
-                      "problema persistir solicite orientação ao suporte técnico.");
+      raise_described(
+          erro::kFuellingAlreadyPosted,
+          "Erro na conferencia da baixa, o abastecimento já foi baixado anteriormente, tente novamente, se o "
+          "problema persistir solicite orientação ao suporte técnico.");
     }
     return true;
   });
@@ -121,7 +124,8 @@ Recordset DALAbastecimento::ConsultarProximoAbastecimentosBaixaAutomatica() {
   });
 }
 
-Recordset DALAbastecimentos::ConsultarAbastecimentoPendentesRs(std::int32_t Cd_Funcionario, bool Ic_OrdemDecrescenteTermino) {
+Recordset DALAbastecimentos::ConsultarAbastecimentoPendentesRs(std::int32_t Cd_Funcionario,
+                                                               bool Ic_OrdemDecrescenteTermino) {
   return routine("ConsultarAbastecimentoPendentesRs", [&] {
     const std::string employee = Cd_Funcionario == 0 ? "" : sql("And ((C.Cd_Funcionario) = {})", Cd_Funcionario);
     return detached(sql(R"(
@@ -132,7 +136,8 @@ Recordset DALAbastecimentos::ConsultarAbastecimentoPendentesRs(std::int32_t Cd_F
                 ((A.Ic_Baixado)= 0)
                 {} )
         ORDER BY {} ;)",
-                        tenant(), employee, Ic_OrdemDecrescenteTermino ? "A.Dt_Termino DESC, B.Cd_Bomba" : "A.Dt_Termino, B.Cd_Bomba"));
+                        tenant(), employee,
+                        Ic_OrdemDecrescenteTermino ? "A.Dt_Termino DESC, B.Cd_Bomba" : "A.Dt_Termino, B.Cd_Bomba"));
   });
 }
 

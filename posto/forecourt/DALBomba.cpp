@@ -12,18 +12,37 @@ constexpr std::string_view kPrimaryKey[] = {"Cd_PessoaUsuaria", "Cd_Bomba"};
 constexpr std::string_view kAddress[] = {"De_EnderecoLogicoBico"};
 
 // Written by every Alterar, in this order.
-constexpr std::string_view kNozzleColumns[] = {
-    "De_EnderecoLogicoBico", "Cd_Produto", "No_UltEncerrante", "Qt_Emitir", "Qt_AbaMed", "Cd_AltPreco", "Tx_Desconto",
-    "Vl_Desconto", "Tx_Acrescimo", "Vl_Acrescimo", "Cd_SisTubulacao", "Qt_Diferenca", "No_EncerranteInicial", "De_Status",
-    "Fl_AlterarPrecoAutomacao", "No_UltimoSequencialAutomacaoConferido", "Hr_UltimaConferenciaEncerrante",
-    "Qt_DiferencaEncerranteMecanico", "No_UltEncerranteAutomacao", "Nm_ComputadorBaixaAutomatica",
-    "No_TipoControleResponsabilidade", "Fl_BloquearBico", "Ic_PermitirDigitacaoAbastecimento", "Qt_LitrosReinicioAutomacao",
-    "Qt_ReinicioAutomacao"};
+constexpr std::string_view kNozzleColumns[] = {"De_EnderecoLogicoBico",
+                                               "Cd_Produto",
+                                               "No_UltEncerrante",
+                                               "Qt_Emitir",
+                                               "Qt_AbaMed",
+                                               "Cd_AltPreco",
+                                               "Tx_Desconto",
+                                               "Vl_Desconto",
+                                               "Tx_Acrescimo",
+                                               "Vl_Acrescimo",
+                                               "Cd_SisTubulacao",
+                                               "Qt_Diferenca",
+                                               "No_EncerranteInicial",
+                                               "De_Status",
+                                               "Fl_AlterarPrecoAutomacao",
+                                               "No_UltimoSequencialAutomacaoConferido",
+                                               "Hr_UltimaConferenciaEncerrante",
+                                               "Qt_DiferencaEncerranteMecanico",
+                                               "No_UltEncerranteAutomacao",
+                                               "Nm_ComputadorBaixaAutomatica",
+                                               "No_TipoControleResponsabilidade",
+                                               "Fl_BloquearBico",
+                                               "Ic_PermitirDigitacaoAbastecimento",
+                                               "Qt_LitrosReinicioAutomacao",
+                                               "Qt_ReinicioAutomacao"};
 
 // The presets of the next delivery: the automation's frequent writes leave them to the operator.
 constexpr std::string_view kReleaseColumns[] = {
-    "Cd_Caixa", "Cd_Veiculo", "No_TipoPagamento", "No_TipoVencimento", "Ic_BaixaAutomatica", "Vl_Abastecimento",
-    "Tx_DescontoAbastecimento", "Fl_AutorizarAbastecimento", "No_Hodometro"};
+    "Cd_Caixa",           "Cd_Veiculo",       "No_TipoPagamento",         "No_TipoVencimento",
+    "Ic_BaixaAutomatica", "Vl_Abastecimento", "Tx_DescontoAbastecimento", "Fl_AutorizarAbastecimento",
+    "No_Hodometro"};
 
 // At this revision the order of the unverified deliveries has no counter.
 constexpr std::int32_t kRevisionWithoutCounter = 192;

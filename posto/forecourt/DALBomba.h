@@ -6,16 +6,18 @@
 
 namespace posto {
 
-inline constexpr Description kBomba{.class_name = "DALBomba",
-                                    .table = "Bomba",
-                                    .keys = {{"Cd_PessoaUsuaria", "Cd_Bomba"}, {"Cd_PessoaUsuaria", "De_EnderecoLogicoBico"}},
-                                    .empty_query = "Cd_PessoaUsuaria = 0 and Cd_Bomba = 0",
-                                    .list = {"Cd_Bomba", "Ds_Bomba", "Ds_Bomba"}};
+inline constexpr Description kBomba{
+    .class_name = "DALBomba",
+    .table = "Bomba",
+    .keys = {{"Cd_PessoaUsuaria", "Cd_Bomba"}, {"Cd_PessoaUsuaria", "De_EnderecoLogicoBico"}},
+    .empty_query = "Cd_PessoaUsuaria = 0 and Cd_Bomba = 0",
+    .list = {"Cd_Bomba", "Ds_Bomba", "Ds_Bomba"}};
 
 // A nozzle is found by tenant and number, otherwise by tenant and logical address.
 //
 // Standard operations (core/entity.h) with these differences:
-//  - Alterar finds by tenant and number, otherwise by the address alone, without the tenant. It writes the columns of the
+//  - Alterar finds by tenant and number, otherwise by the address alone, without the tenant. It writes the columns of
+//  the
 //    nozzle, and those of the next delivery (shift, vehicle, presets) only on request.
 //  - Excluir needs the number.
 class DALBomba : public Entity<VOBomba, kBomba> {
@@ -34,8 +36,8 @@ class DALBomba : public Entity<VOBomba, kBomba> {
   // Litres on the totaliser behind the last delivery; 0 when there is none. Sets the tenant in the value object.
   double UltimoEncerranteEletronico();
 
-  // Deliveries that are not posted, by amount, with the name of the shift's employee. Reads the nozzle first when the value
-  // object has no address.
+  // Deliveries that are not posted, by amount, with the name of the shift's employee. Reads the nozzle first when the
+  // value object has no address.
   Recordset Rs_AbastecimentosPendentes();
   // Deliveries from the last one that was checked on, behind the company's settled date.
   Recordset Rs_AbastecimentosNaoConferido();

@@ -11,7 +11,8 @@ void DALRespBomba::FecharResponsabilidade() {
     rs.MoveLast();
     rs["No_EncerranteEletronicoFechamento"] = ObVO->No_EncerranteEletronicoFechamento;
     rs["No_EncerranteMecanicoFechamento"] = ObVO->No_EncerranteMecanicoFechamento;
-    rs["Qt_Venda"] = rs["No_EncerranteEletronicoFechamento"].value_or(0.0) - rs["No_EncerranteEletronicoAbertura"].value_or(0.0);
+    rs["Qt_Venda"] =
+        rs["No_EncerranteEletronicoFechamento"].value_or(0.0) - rs["No_EncerranteEletronicoAbertura"].value_or(0.0);
     rs.Update();
     rs.Close();
   });

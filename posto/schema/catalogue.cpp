@@ -15,10 +15,10 @@ namespace {
 #define KEY_TEXT(col, n) {.name = #col, .type = SqlType::text, .width = n, .key = true, .nullable = false},
 #define KEY_IDENTITY(sql, col) {.name = #col, .type = SqlType::sql, .key = true, .identity = true, .nullable = false},
 #define IDENTITY(sql, col) {.name = #col, .type = SqlType::sql, .identity = true, .nullable = false},
-#define COL(sql, col)                               \
-  {.name = #col,                                     \
-   .type = SqlType::sql,                             \
-   .nullable = SqlType::sql != SqlType::bit,         \
+#define COL(sql, col)                        \
+  {.name = #col,                             \
+   .type = SqlType::sql,                     \
+   .nullable = SqlType::sql != SqlType::bit, \
    .default_value = SqlType::sql == SqlType::bit ? "0" : ""},
 #define TEXT(col, n) {.name = #col, .type = SqlType::text, .width = n},
 #define REQ(sql, col) {.name = #col, .type = SqlType::sql, .nullable = false},
@@ -28,7 +28,9 @@ namespace {
 #define INDEX(...)
 #define UNIQUE(...)
 #define INDEX_WHILE_ZERO(...)
-#define END_TABLE(table) };
+#define END_TABLE(table) \
+  }                      \
+  ;
 #include "posto/schema/all_tables.def"
 #include "posto/schema/undef.h"
 
@@ -48,7 +50,10 @@ namespace {
 #define INDEX(...) {.columns = #__VA_ARGS__},
 #define UNIQUE(...) {.columns = #__VA_ARGS__, .unique = true},
 #define INDEX_WHILE_ZERO(bit, ...) {.columns = #__VA_ARGS__, .only_where_zero = #bit},
-#define END_TABLE(table) {} };
+#define END_TABLE(table) \
+  {}                     \
+  }                      \
+  ;
 #include "posto/schema/all_tables.def"
 #include "posto/schema/undef.h"
 
@@ -81,7 +86,8 @@ constexpr Table kTables[] = {
 }  // namespace
 
 const char* type_name(SqlType type) {
-  static constexpr const char* kNames[] = {"bit", "byte", "int16", "int32", "float32", "float64", "money", "date", "text"};
+  static constexpr const char* kNames[] = {"bit",     "byte",  "int16", "int32", "float32",
+                                           "float64", "money", "date",  "text"};
   return kNames[static_cast<std::size_t>(type)];
 }
 

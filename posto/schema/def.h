@@ -12,8 +12,8 @@
 //   INDEX(...)  UNIQUE(...)             an index over these columns
 //   INDEX_WHILE_ZERO(bit, ...)          an index over these columns that holds only the rows in which `bit` is 0
 //   SIXTEEN(word, type, prefix)         the sixteen columns prefix01 to prefix16, each declared with `word`
-#define SIXTEEN(word, type, prefix)                                                                             \
-  word(type, prefix##01) word(type, prefix##02) word(type, prefix##03) word(type, prefix##04)                   \
-  word(type, prefix##05) word(type, prefix##06) word(type, prefix##07) word(type, prefix##08)                   \
-  word(type, prefix##09) word(type, prefix##10) word(type, prefix##11) word(type, prefix##12)                   \
-  word(type, prefix##13) word(type, prefix##14) word(type, prefix##15) word(type, prefix##16)
+#define SIXTEEN(word, type, prefix)                                                                                  \
+  word(type, prefix##01) word(type, prefix##02) word(type, prefix##03) word(type, prefix##04) word(type, prefix##05) \
+      word(type, prefix##06) word(type, prefix##07) word(type, prefix##08) word(type, prefix##09)                    \
+          word(type, prefix##10) word(type, prefix##11) word(type, prefix##12) word(type, prefix##13)                \
+              word(type, prefix##14) word(type, prefix##15) word(type, prefix##16)

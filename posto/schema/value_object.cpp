@@ -38,15 +38,24 @@ const Property& required(const VoLayout& layout, std::string_view name) {
 template <class Use>
 decltype(auto) with_member(const ValueObject& vo, const Property& p, Use use) {
   switch (p.type) {
-    case SqlType::bit: return use(vo.member<bool>(p));
-    case SqlType::byte: return use(vo.member<std::uint8_t>(p));
-    case SqlType::int16: return use(vo.member<std::int16_t>(p));
-    case SqlType::int32: return use(vo.member<std::int32_t>(p));
-    case SqlType::float32: return use(vo.member<float>(p));
-    case SqlType::float64: return use(vo.member<double>(p));
-    case SqlType::money: return use(vo.member<Currency>(p));
-    case SqlType::date: return use(vo.member<Date>(p));
-    case SqlType::text: break;
+    case SqlType::bit:
+      return use(vo.member<bool>(p));
+    case SqlType::byte:
+      return use(vo.member<std::uint8_t>(p));
+    case SqlType::int16:
+      return use(vo.member<std::int16_t>(p));
+    case SqlType::int32:
+      return use(vo.member<std::int32_t>(p));
+    case SqlType::float32:
+      return use(vo.member<float>(p));
+    case SqlType::float64:
+      return use(vo.member<double>(p));
+    case SqlType::money:
+      return use(vo.member<Currency>(p));
+    case SqlType::date:
+      return use(vo.member<Date>(p));
+    case SqlType::text:
+      break;
   }
   return use(vo.member<std::string>(p));
 }
@@ -65,10 +74,10 @@ Variant ValueObject::get(std::string_view name) const { return get(required(*lay
 void ValueObject::let(std::string_view name, const Variant& value) const { let(required(*layout_, name), value); }
 
 #include "posto/schema/def.h"
-#define TABLE(table)                                \
-  template <>                                       \
-  const VoLayout& layout_of<VO##table>() {          \
-    using Vo = VO##table;                           \
+#define TABLE(table)                       \
+  template <>                              \
+  const VoLayout& layout_of<VO##table>() { \
+    using Vo = VO##table;                  \
     static constexpr Property kProperties[] = {
 #define KEY(type, name) {#name, SqlType::type, 0, offsetof(Vo, name)},
 #define KEY_TEXT(name, width) {#name, SqlType::text, width, offsetof(Vo, name)},
@@ -83,10 +92,11 @@ void ValueObject::let(std::string_view name, const Variant& value) const { let(r
 #define INDEX(...)
 #define UNIQUE(...)
 #define INDEX_WHILE_ZERO(...)
-#define END_TABLE(table)                                                                                        \
-  };                                                                                                            \
+#define END_TABLE(table)                                                                                            \
+  }                                                                                                                 \
+  ;                                                                                                                 \
   static const VoLayout layout("VO" #table, kProperties, [](void* o) { static_cast<Vo*>(o)->RestaurarDefault(); }); \
-  return layout;                                                                                                \
+  return layout;                                                                                                    \
   }
 #include "posto/schema/all_tables.def"
 #include "posto/schema/undef.h"

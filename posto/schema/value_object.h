@@ -14,23 +14,50 @@
 namespace posto {
 
 // The members of a VO struct: what a column's type is in memory.
-template <> struct MemberType<SqlType::bit> { using type = bool; };
-template <> struct MemberType<SqlType::byte> { using type = std::uint8_t; };
-template <> struct MemberType<SqlType::int16> { using type = std::int16_t; };
-template <> struct MemberType<SqlType::int32> { using type = std::int32_t; };
-template <> struct MemberType<SqlType::float32> { using type = float; };
-template <> struct MemberType<SqlType::float64> { using type = double; };
-template <> struct MemberType<SqlType::money> { using type = Currency; };
-template <> struct MemberType<SqlType::date> { using type = Date; };
-template <> struct MemberType<SqlType::text> { using type = std::string; };
+template <>
+struct MemberType<SqlType::bit> {
+  using type = bool;
+};
+template <>
+struct MemberType<SqlType::byte> {
+  using type = std::uint8_t;
+};
+template <>
+struct MemberType<SqlType::int16> {
+  using type = std::int16_t;
+};
+template <>
+struct MemberType<SqlType::int32> {
+  using type = std::int32_t;
+};
+template <>
+struct MemberType<SqlType::float32> {
+  using type = float;
+};
+template <>
+struct MemberType<SqlType::float64> {
+  using type = double;
+};
+template <>
+struct MemberType<SqlType::money> {
+  using type = Currency;
+};
+template <>
+struct MemberType<SqlType::date> {
+  using type = Date;
+};
+template <>
+struct MemberType<SqlType::text> {
+  using type = std::string;
+};
 template <SqlType T>
 using member_t = typename MemberType<T>::type;
 
 struct Property {
   std::string_view name;
   SqlType type;
-  std::uint16_t width;   // of text: the column's width, 0 for a property without a column
-  std::size_t offset;    // of the member in the struct
+  std::uint16_t width;  // of text: the column's width, 0 for a property without a column
+  std::size_t offset;   // of the member in the struct
 };
 
 // What a VO type offers by name. One instance a type, alive for the whole run.
@@ -42,14 +69,14 @@ class VoLayout {
 
   std::string_view type_name() const { return type_name_; }
   std::span<const Property> properties() const { return properties_; }
-  const Property* find(std::string_view name) const;   // null when there is none
+  const Property* find(std::string_view name) const;  // null when there is none
   void reset(void* object) const { reset_(object); }
 
  private:
   std::string_view type_name_;
   std::span<const Property> properties_;
-  std::unordered_map<std::string_view, const Property*> exact_;   // as spelt
-  std::unordered_map<std::string, const Property*> folded_;       // in lower case
+  std::unordered_map<std::string_view, const Property*> exact_;  // as spelt
+  std::unordered_map<std::string, const Property*> folded_;      // in lower case
   void (*reset_)(void*);
 };
 

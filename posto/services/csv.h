@@ -10,12 +10,12 @@
 
 namespace posto {
 
-// The fields of one line. Quotes hold commas and doubled quotes; nothing for a line whose quotes do not close or stand in
-// the middle of a field.
+// The fields of one line. Quotes hold commas and doubled quotes; nothing for a line whose quotes do not close or stand
+// in the middle of a field.
 std::optional<std::vector<std::string>> split_csv(std::string_view line);
 
-// A field as it is written: in quotes where it holds a comma, a quote or a line end, or is the empty text (an empty field
-// without quotes is null).
+// A field as it is written: in quotes where it holds a comma, a quote or a line end, or is the empty text (an empty
+// field without quotes is null).
 std::string csv_field(std::string_view text);
 
 // Reads a text file line by line; a line ends at LF or CR LF. A mark of UTF-8 at the beginning is passed over.
@@ -25,7 +25,7 @@ class LineFile {
   explicit LineFile(const std::string& path);
   // False at the end of the file.
   bool next(std::string& line);
-  std::size_t number() const { return number_; }   // of the line that was read last, from 1
+  std::size_t number() const { return number_; }  // of the line that was read last, from 1
 
  private:
   std::ifstream file_;

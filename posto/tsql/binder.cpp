@@ -245,7 +245,6 @@ void Binder::bind_insert(Statement& s) {
   }
   for (std::size_t i = 0; i < s.columns.size(); ++i) {
     const Column* column = column_of(table, s.columns[i], s.column_positions[i]);
-    if (column->identity) fail("A coluna '" + s.columns[i] + "' é gerada e não recebe valor", s.column_positions[i]);
     if (std::find(s.target_columns.begin(), s.target_columns.end(), column) != s.target_columns.end()) {
       fail("A coluna '" + s.columns[i] + "' está repetida", s.column_positions[i]);
     }

@@ -80,6 +80,7 @@ void set_real(BoundValue& out, double value) {
 void set_text(BoundValue& out, std::string_view value) {
   out.kind = BoundValue::Kind::text;
   out.text = value;
+  out.lasts = false;
 }
 
 double real_of(const Literal& literal, const Parameter& p) {
@@ -170,7 +171,11 @@ void bind_date(Date date, BoundValue& out) {
 
 void bind_literal(const Literal& literal, const Parameter& p, const DateOrder& order, BoundValue& out) {
   if (literal.kind == LiteralKind::text) {
-    if (literal.raw.find('\'') == std::string_view::npos) return text_as(literal.raw, p, order, out);
+    if (literal.raw.find('\'') == std::string_view::npos) {
+      text_as(literal.raw, p, order, out);
+      out.lasts = p.type == SqlType::text;
+      return;
+    }
     out.own = literal.text();
     return text_as(out.own, p, order, out);
   }
@@ -203,7 +208,11 @@ void bind_variant(const Variant& value, const Parameter& p, const DateOrder& ord
     out.kind = BoundValue::Kind::null;
     return;
   }
-  if (value.is_text()) return text_as(value.held<std::string>(), p, order, out);
+  if (value.is_text()) {
+    text_as(value.held<std::string>(), p, order, out);
+    out.lasts = p.type == SqlType::text;
+    return;
+  }
   try {
     switch (p.type) {
       case SqlType::bit:

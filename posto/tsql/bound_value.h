@@ -20,7 +20,8 @@ struct BoundValue {
   Kind kind = Kind::null;
   std::int64_t integer = 0;
   double real = 0;
-  std::string_view text{};  // of the literal, of `own` or of `date`
+  std::string_view text{};  // of the literal, of the given value, of `own` or of `date`
+  bool lasts = false;       // the text stands in the statement or in a given value, and not in this object
   std::string own{};
   std::array<char, 24> date{};
 };

@@ -117,7 +117,20 @@ bool DateOrder::day_before_month() const {
   return shape.find('d') < shape.find('m');
 }
 
+namespace {
+
+// The form in which nearly all dates come: year, month and day with hyphens, perhaps a time to the second.
+std::optional<Date> read_usual_date(std::string_view text, const DateOrder& order) {
+  static const Date kFirst = Date::of_day(1753, 1, 1);
+  bool usual = (text.size() == 10 || text.size() == 19) && !order.day_before_month();
+  auto date = usual ? Date::parse_iso(text) : std::nullopt;
+  return date && *date >= kFirst ? date : std::nullopt;
+}
+
+}  // namespace
+
 std::optional<Date> read_date(std::string_view text, const DateOrder& order) {
+  if (auto usual = read_usual_date(text, order)) return usual;
   Date::Parts p{.year = 1900, .month = 1, .day = 1};
   Reader r{trim(text)};
   std::size_t colon = r.rest.find(':');

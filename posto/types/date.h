@@ -35,10 +35,10 @@ class Date {
   constexpr std::int64_t millis() const { return millis_; }
   constexpr bool empty() const { return millis_ == 0; }
   Parts parts() const;
-  Date day() const;                        // the same day at midnight
-  Date plus_days(std::int64_t days) const; // raises 6 outside the range
+  Date day() const;                         // the same day at midnight
+  Date plus_days(std::int64_t days) const;  // raises 6 outside the range
   constexpr Date plus_millis(std::int64_t millis) const { return of_millis(millis_ + millis); }
-  int weekday() const;                     // 1 Sunday to 7 Saturday
+  int weekday() const;  // 1 Sunday to 7 Saturday
   // "yyyy-mm-dd hh:mm:ss", with ".mmm" behind it when there are milliseconds.
   std::string iso() const;
   // Writes iso() into `out` (at least 24 characters) and returns its length: 19 or 23.
@@ -50,8 +50,8 @@ class Date {
   std::int64_t millis_ = 0;
 };
 
-// Formats with the platform's date letters, blind to case: d dd m mm yy yyyy (day, month, year), h hh (hour of 24), n nn
-// (minute), s ss (second); "m" or "mm" directly behind hours is minutes. Any other character stands for itself.
+// Formats with the platform's date letters, blind to case: d dd m mm yy yyyy (day, month, year), h hh (hour of 24), n
+// nn (minute), s ss (second); "m" or "mm" directly behind hours is minutes. Any other character stands for itself.
 // "dd/mm/yyyy", "yyyymmdd", "hh:Nn:Ss". A letter with no meaning (as in "mmm") raises 5.
 std::string format_date(Date date, std::string_view pattern);
 

@@ -70,7 +70,7 @@ TEST(ErrorVocabulary, CipherCodesAllRaiseTheMissingKey) {
   }
 }
 
-TEST(Tracing, LeavingAnotherRoutineOnlyTellsTheObserver) {
+TEST(Tracing, AFailureLeavesTheRoutineUnderItsClass) {
   VOSistema settings;
   std::string told;
   settings.on_routine = [&](bool entering, std::string_view routine) {
@@ -78,13 +78,13 @@ TEST(Tracing, LeavingAnotherRoutineOnlyTellsTheObserver) {
   };
   settings.EntrarRotina("A");
   settings.EntrarRotina("B");
-  settings.SairRotina("DALBairro.B");
+  settings.SairRotina("DALBairro.C");  // passed through, never entered
   EXPECT_EQ(settings.routines(), (std::vector<std::string>{"A", "B"}));
-  settings.SairRotina("B");
+  settings.SairRotina("DALBairro.B");
   settings.SairRotina("A");
   settings.SairRotina("A");
   EXPECT_TRUE(settings.routines().empty());
-  EXPECT_EQ(told, "+A+B-DALBairro.B-B-A-A");
+  EXPECT_EQ(told, "+A+B-DALBairro.C-DALBairro.B-A-A");
 }
 
 }  // namespace

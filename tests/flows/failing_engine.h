@@ -9,8 +9,8 @@
 
 namespace posto {
 
-// Forwards to another engine until the n-th statement, which fails with 0x80004005 and is not run; so do all behind it, as on
-// a connection that broke. n 0 never fails.
+// Forwards to another engine until the n-th statement, which fails with 0x80004005 and is not run; so do all behind it,
+// as on a connection that broke. n 0 never fails.
 class FailingEngine final : public Engine {
  public:
   FailingEngine(std::shared_ptr<Engine> inner, int fail_at) : inner_(std::move(inner)), fail_at_(fail_at) {}
@@ -44,7 +44,8 @@ class FailingEngine final : public Engine {
  private:
   class Prepared final : public PreparedStatement {
    public:
-    Prepared(FailingEngine& engine, std::shared_ptr<PreparedStatement> inner) : engine_(engine), inner_(std::move(inner)) {}
+    Prepared(FailingEngine& engine, std::shared_ptr<PreparedStatement> inner)
+        : engine_(engine), inner_(std::move(inner)) {}
     Outcome run(std::span<const Variant* const> values) override {
       engine_.step();
       return inner_->run(values);

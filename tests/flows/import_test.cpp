@@ -1,9 +1,8 @@
-#include "flows/import_readings.h"
-
 #include <gtest/gtest.h>
 
 #include <map>
 
+#include "flows/import_readings.h"
 #include "flows/position.h"
 #include "posto/services/csv.h"
 #include "posto/types/number_pattern.h"
@@ -84,11 +83,14 @@ TEST_F(ImportTest, ASecondImportStoresNothingAgain) {
 TEST_F(ImportTest, AReadingBecomesAFuellingAndALedgerMovement) {
   // nozzle 08 stands at 508214.603; 10 litres of product 2 at 6.399
   import("08,7,2026-11-23 08:00:05,40,10.000,6.399,63.99,508224.603\n");
-  EXPECT_EQ(rows("SELECT Cd_Abastecimento, Tp_OrigemRegistro, No_Contador, Dt_Termino, Qt_TempoSegundos, Qt_Litros, Vl_Preco, Vl_Total, "
+  EXPECT_EQ(rows("SELECT Cd_Abastecimento, Tp_OrigemRegistro, No_Contador, Dt_Termino, Qt_TempoSegundos, Qt_Litros, "
+                 "Vl_Preco, Vl_Total, "
                  "No_EncerranteFechamento, Ic_Baixado FROM Abastecimento"),
             "1,1,7,2026-11-23 08:00:05,40,10,6.399,63.99,508224.603,False\n");
-  EXPECT_EQ(rows("SELECT Dt_Emissao, Nm_Doc, No_Tipo, Qt_Unidade, Cd_SisTubulacao, Cd_Produto FROM Cardex WHERE No_Tipo = 20"),
-            "2026-11-23 00:00:00,AB 1,20,10,2,2\n");
+  EXPECT_EQ(
+      rows(
+          "SELECT Dt_Emissao, Nm_Doc, No_Tipo, Qt_Unidade, Cd_SisTubulacao, Cd_Produto FROM Cardex WHERE No_Tipo = 20"),
+      "2026-11-23 00:00:00,AB 1,20,10,2,2\n");
   EXPECT_EQ(rows("SELECT No_UltEncerrante, No_UltEncerranteAutomacao FROM Bomba WHERE De_EnderecoLogicoBico = '08'"),
             "508224.603,508224.603\n");
 }
@@ -96,7 +98,7 @@ TEST_F(ImportTest, AReadingBecomesAFuellingAndALedgerMovement) {
 TEST_F(ImportTest, RejectedLinesKeepTheirNumberReasonAndText) {
   const ImportResult result = import(
       "08,7,2026-11-23 08:00:05,40,10.000,6.399,63.99,508224.603\n"
-      "08,8,2026-11-23 08:10:00,40,1.000,6.399,6.40,508224.603\n"      // the reading of the line before, other figures
+      "08,8,2026-11-23 08:10:00,40,1.000,6.399,6.40,508224.603\n"  // the reading of the line before, other figures
       "88,1,2026-11-23 08:11:00,40,10.000,6.399,63.99,100.000\n"
       "08,9,2026-11-23 08:12:00,40,5.000,6.399,32.00,508229.603\n");
   EXPECT_EQ(result.stored, 2u);
@@ -120,8 +122,8 @@ TEST_F(ImportTest, AFileThatIsNoFileOfReadingsIsRefused) {
   EXPECT_EQ(rows("SELECT Count(*) FROM Abastecimento"), "0\n");
 }
 
-// Whatever statement the import is cut at, the database opens with whole fuellings only, and a second run ends in the same
-// state as an uncut one.
+// Whatever statement the import is cut at, the database opens with whole fuellings only, and a second run ends in the
+// same state as an uncut one.
 TEST_F(ImportTest, ACutImportRunAgainEndsLikeAnUncutOne) {
   const std::string lines = std::string(kHeader) +
                             "08,7,2026-11-23 08:00:05,40,10.000,6.399,63.99,508224.603\n"

@@ -11,7 +11,8 @@ namespace {
 TEST(Registration, ASecondTimeAddsNothing) {
   TemporaryFolder folder;
   Station station = registered_station(folder / "posto.db");
-  register_station(station, kSample + "/cadastro");   // a nozzle is changed field by field: zeros stand where nulls stood
+  register_station(station,
+                   kSample + "/cadastro");  // a nozzle is changed field by field: zeros stand where nulls stood
   const std::string before = state_of(station.connection());
   for (const Registered& r : register_station(station, kSample + "/cadastro")) EXPECT_EQ(r.added, 0u) << r.file;
   EXPECT_TRUE(state_of(station.connection()) == before);
@@ -22,13 +23,15 @@ TEST(Registration, PurchasesMoveStockAndAverages) {
   Station station = registered_station(folder / "posto.db");
   folder.write("compras.csv",
                "data,documento,produto,quantidade,custo_unitario,aliquota_icms\n"
-               "2026-11-24,NF 1,7890000000208,1,10,0\n"           // a service has no stock
-               "2026-11-24,NF D'OURO,7890000000123,10,41.73,18\n");
+               "2026-11-24,NF 1,7890000000208,1,10,0\n"  // a service has no stock
+               "2026-11-24,NF 7,7890000000123,10,41.73,18\n");
   register_station(station, folder / ".");
   // 10 at 61.73 in stock, 10 more at 41.73
-  EXPECT_EQ(rows_of(station.connection(), "SELECT Qt_Estoque, Vl_CustoMedio FROM Produto WHERE Cd_CodBarras = '7890000000123'"),
+  EXPECT_EQ(rows_of(station.connection(),
+                    "SELECT Qt_Estoque, Vl_CustoMedio FROM Produto WHERE Cd_CodBarras = '7890000000123'"),
             "20,51.73\n");
-  EXPECT_EQ(rows_of(station.connection(), "SELECT Qt_Estoque FROM Produto WHERE Cd_CodBarras = '7890000000208'"), "-\n");
+  EXPECT_EQ(rows_of(station.connection(), "SELECT Qt_Estoque FROM Produto WHERE Cd_CodBarras = '7890000000208'"),
+            "0\n");
 }
 
 TEST(Registration, AFaultNamesFileAndLineAndNothingIsRegistered) {
@@ -41,9 +44,14 @@ TEST(Registration, AFaultNamesFileAndLineAndNothingIsRegistered) {
       {"grupos.csv", "titulo\nA\n", "grupos.csv, linha 1: o cabeçalho não é nome"},
       {"bicos.csv", "bico,endereco,produto,tubulacao,encerrante_inicial,bomba,descricao\n1,04,nenhum,1,0,B,D\n",
        "bicos.csv, linha 2: produto desconhecido: nenhum"},
-      {"bicos.csv", "bico,endereco,produto,tubulacao,encerrante_inicial,bomba,descricao\n300,04,7890000000017,1,0,B,D\n",
+      {"bicos.csv",
+       "bico,endereco,produto,tubulacao,encerrante_inicial,bomba,descricao\n300,04,7890000000017,1,0,B,D\n",
        "bicos.csv, linha 2: bico inválido: '300' (de 1 a 255)"},
-      {"compras.csv", "data,documento,produto,quantidade,custo_unitario,aliquota_icms\n2026-02-30,NF,7890000000017,1,1,0\n",
+      {"compras.csv",
+       "data,documento,produto,quantidade,custo_unitario,aliquota_icms\n2026-11-24,NF D'OURO,7890000000017,1,1,0\n",
+       "compras.csv, linha 2: documento com apóstrofo: NF D'OURO"},
+      {"compras.csv",
+       "data,documento,produto,quantidade,custo_unitario,aliquota_icms\n2026-02-30,NF,7890000000017,1,1,0\n",
        "compras.csv, linha 2: data não é uma data (aaaa-mm-dd): '2026-02-30'"},
   };
   for (const auto& c : cases) {

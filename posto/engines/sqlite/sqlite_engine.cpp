@@ -244,7 +244,7 @@ Outcome SqliteEngine::run(const std::shared_ptr<KeptBatch>& batch, std::string_v
 }
 
 void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement,
-                        std::span<const Variant* const> markers) {
+                        std::span<const Variant* const> markers, bool at_once) {
   tsql::BoundValue value;
   int place = 0;
   for (const tsql::Parameter& p : statement.parameters) {
@@ -275,7 +275,8 @@ void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& s
         sqlite3_bind_double(prepared, place, value.real);
         break;
       case tsql::BoundValue::Kind::text:
-        sqlite3_bind_text64(prepared, place, value.text.data(), value.text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        sqlite3_bind_text64(prepared, place, value.text.data(), value.text.size(),
+                            at_once && value.lasts ? SQLITE_STATIC : SQLITE_TRANSIENT, SQLITE_UTF8);
         break;
     }
   }
@@ -336,7 +337,7 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
   Lease lease(statement);
   if (lease.get() == nullptr) fail(text);
   try {
-    bind(lease.get(), compiled, markers);
+    bind(lease.get(), compiled, markers, true);
   } catch (const Erro& e) {
     raise_with_statement(e, text);
   }
@@ -373,7 +374,7 @@ std::unique_ptr<Cursor> SqliteEngine::start(const std::shared_ptr<KeptBatch>& ba
   Lease lease(statement);
   if (lease.get() == nullptr) fail(text);
   try {
-    bind(lease.get(), statement.compiled(), markers);
+    bind(lease.get(), statement.compiled(), markers, false);
   } catch (const Erro& e) {
     raise_with_statement(e, text);
   }

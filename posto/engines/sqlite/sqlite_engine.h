@@ -44,7 +44,9 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
   std::unique_ptr<Cursor> start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement,
                                 std::string_view text, std::span<const Variant* const> markers);
   std::int64_t run_writing(KeptStatement& statement, std::string_view text, std::span<const Variant* const> markers);
-  void bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::span<const Variant* const> markers);
+  // `at_once`: the statement is over before the texts of the batch and of the markers go.
+  void bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::span<const Variant* const> markers,
+            bool at_once);
   void run_own(const char* sql);
   void require_transaction() const;
   // Raises SQLite's last failure, met by `statement`.

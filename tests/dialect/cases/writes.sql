@@ -93,9 +93,11 @@ NULL
 CREATE TABLE #X (Cd int IDENTITY, Nm varchar(5)) UPDATE #X SET Cd = 5
 => error 0x80040E14 'Cd'
 
--- nor given
-CREATE TABLE #X (Cd int IDENTITY, Nm varchar(5)) INSERT INTO #X (Cd, Nm) Values (5, 'a')
-=> error 0x80040E14 'Cd'
+-- but a new row may bring one, and the numbering goes on behind it
+CREATE TABLE #X (Cd int IDENTITY PRIMARY KEY, Nm varchar(5)) INSERT INTO #X (Cd, Nm) Values (5, 'a') INSERT INTO #X Values ('b') SELECT Cd, Nm FROM #X
+=> rows
+5, 'a'
+6, 'b'
 
 -- a batch with a syntax error runs none of its statements
 DELETE FROM #T SELECT * FROM
