@@ -119,6 +119,8 @@ std::string exact_text(const Variant& value) {
       return fmt::format("{}", value.held<float>());
     case VariantKind::Float64:
       return fmt::format("{}", value.held<double>());
+    case VariantKind::Date:
+      return format_date(value.held<Date>(), "yyyy-mm-dd hh:nn:ss");
     default:
       return value.as<std::string>();
   }

@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 
 #include "posto/types/erro.h"
@@ -16,21 +17,15 @@ void print_failure(const posto::Erro& failure) {
   if (!failure.source().empty()) fmt::print(stderr, "caminho: {}\n", failure.source());
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   CLI::App app(
       "posto: os fluxos de um posto de combustíveis.\n"
       "Termina com 0 (feito), 1 (recusado, com o que foi encontrado), 2 (uso errado) ou 3 (falha).");
   Session session;
   app.require_subcommand(1);
-  add_criar(app, session);
-  add_cadastrar(app, session);
-  add_importar(app, session);
-  add_pendentes(app, session);
-  add_estoque(app, session);
-  add_bicos(app, session);
-  add_sql(app, session);
+  for (auto add : {add_criar, add_cadastrar, add_importar, add_pendentes, add_estoque, add_bicos, add_sql}) {
+    add(app, session);
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& shown) {
@@ -41,9 +36,17 @@ int main(int argc, char** argv) {
   } catch (const posto::Erro& failure) {
     print_failure(failure);
     return kFailed;
-  } catch (const std::exception& failure) {
-    fmt::print(stderr, "{}\n", failure.what());
-    return kFailed;
   }
   return session.status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+    return kFailed;
+  }
 }

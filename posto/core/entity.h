@@ -88,7 +88,8 @@ class EntityBase {
  protected:
   enum class Purpose { read, change, remove };
 
-  explicit EntityBase(const Description& description) : description_(description) {}
+  explicit EntityBase(const Description& description, std::shared_ptr<VOSistema> settings = nullptr)
+      : ObVOSistema(std::move(settings)), description_(description) {}
   virtual ValueObject vo() = 0;
   // The key columns that an operation uses; empty when the value object holds no key.
   virtual Names key_for(Purpose purpose);
@@ -171,7 +172,7 @@ template <class VO, const Description& kDescription>
 class Entity : public EntityBase {
  public:
   Entity() : EntityBase(kDescription) {}
-  explicit Entity(std::shared_ptr<VOSistema> settings) : Entity() { ObVOSistema = std::move(settings); }
+  explicit Entity(std::shared_ptr<VOSistema> settings) : EntityBase(kDescription, std::move(settings)) {}
 
   // The record on which the operations work.
   std::shared_ptr<VO> ObVO = std::make_shared<VO>();

@@ -50,9 +50,7 @@ inline constexpr Description kAbastecimentos{.class_name = "DALAbastecimentos", 
 class DALAbastecimentos : public EntityBase {
  public:
   DALAbastecimentos() : EntityBase(kAbastecimentos) {}
-  explicit DALAbastecimentos(std::shared_ptr<VOSistema> settings) : DALAbastecimentos() {
-    ObVOSistema = std::move(settings);
-  }
+  explicit DALAbastecimentos(std::shared_ptr<VOSistema> settings) : EntityBase(kAbastecimentos, std::move(settings)) {}
 
   // The pending fuellings with Cd_Bomba and Cd_Funcionario, of one employee or, with 0, of all, those without a shift
   // too; by end, the latest first unless told otherwise. Detached.

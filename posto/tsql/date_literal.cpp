@@ -133,8 +133,7 @@ std::optional<Date> read_date(std::string_view text, const DateOrder& order) {
   if (auto usual = read_usual_date(text, order)) return usual;
   Date::Parts p{.year = 1900, .month = 1, .day = 1};
   Reader r{trim(text)};
-  std::size_t colon = r.rest.find(':');
-  bool time_only = colon != std::string_view::npos && colon <= 2;
+  bool time_only = r.rest.find(':') <= 2;
   if (!r.rest.empty() && !time_only) {
     if (!read_day(r, order, p)) return std::nullopt;
     if (!r.rest.empty()) {

@@ -270,7 +270,7 @@ class Writer {
     for (const Column& c : table.columns) {
       if (c.key) keys.push_back(sqlite_name(c.name));
     }
-    if (keys.empty()) keys.push_back("rowid");
+    if (keys.empty()) keys.emplace_back("rowid");
     const std::string name = sqlite_name(table.name);
     out_ += "UPDATE " + name + " SET ";
     std::size_t n = 0;

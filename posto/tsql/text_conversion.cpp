@@ -34,7 +34,7 @@ std::string default_date_text(Date date) {
   throw Erro(erro::kSyntax, "tsql", "Estilo de conversão desconhecido: " + std::to_string(style));
 }
 
-std::string number_that_fits(std::string text, const TextTarget& target) {
+std::string number_that_fits(const std::string& text, const TextTarget& target) {
   if (target.width > 0 && text.size() > target.width) {
     throw Erro(erro::kDataOverflow, "tsql",
                "O número " + text + " não cabe em " + std::to_string(target.width) + " caracteres");
