@@ -15,8 +15,7 @@ inline constexpr Description kAbastecimento{
 
 // Standard operations (core/entity.h) with these differences:
 //  - Consultar and Alterar find by Cd_Abastecimento when it is not 0, otherwise by the nozzle's address and the
-//  totaliser
-//    reading, which the composed statement compares with one decimal.
+//    totaliser reading, which the composed statement compares with one decimal.
 //  - Excluir accepts only Cd_Abastecimento.
 //  - Incluir executes instrucaoInsert; the caller supplies Cd_Abastecimento.
 class DALAbastecimento : public Entity<VOAbastecimento, kAbastecimento> {

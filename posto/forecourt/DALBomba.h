@@ -17,8 +17,7 @@ inline constexpr Description kBomba{
 //
 // Standard operations (core/entity.h) with these differences:
 //  - Alterar finds by tenant and number, otherwise by the address alone, without the tenant. It writes the columns of
-//  the
-//    nozzle, and those of the next delivery (shift, vehicle, presets) only on request.
+//    the nozzle, and those of the next delivery (shift, vehicle, presets) only on request.
 //  - Excluir needs the number.
 class DALBomba : public Entity<VOBomba, kBomba> {
  public:

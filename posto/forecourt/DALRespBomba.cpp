@@ -11,8 +11,9 @@ void DALRespBomba::FecharResponsabilidade() {
     rs.MoveLast();
     rs["No_EncerranteEletronicoFechamento"] = ObVO->No_EncerranteEletronicoFechamento;
     rs["No_EncerranteMecanicoFechamento"] = ObVO->No_EncerranteMecanicoFechamento;
-    rs["Qt_Venda"] =
-        rs["No_EncerranteEletronicoFechamento"].value_or(0.0) - rs["No_EncerranteEletronicoAbertura"].value_or(0.0);
+    const Field opening = rs["No_EncerranteEletronicoAbertura"];
+    const double closing = ObVO->No_EncerranteEletronicoFechamento;
+    rs["Qt_Venda"] = opening.is_null() ? Variant(Null{}) : Variant(closing - opening.as<double>());
     rs.Update();
     rs.Close();
   });

@@ -19,8 +19,8 @@ class DALRespBomba : public Entity<VORespBomba, kRespBomba> {
   using Entity::Entity;
 
   // Closes the period in course, the last of the company, shift and nozzle: writes the two closing readings of the
-  // value object, and as Qt_Venda the litres between the electronic ones. Raises 0x80040201 without one of the three
-  // keys, and 3021 when there is no period.
+  // value object, and as Qt_Venda the litres between the electronic ones, null where the opening one is. Raises
+  // 0x80040201 without one of the three keys, and 3021 when there is no period.
   void FecharResponsabilidade();
 };
 
