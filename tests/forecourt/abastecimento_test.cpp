@@ -94,7 +94,7 @@ TEST_F(AbastecimentoTest, IsInsertedWithEveryLiteralInItsPlace) {
   v.Dt_Termino = moment("2026-11-24 06:12:40");
   v.Qt_TempoSegundos = 95;
   v.Qt_Litros = 21.345F;
-  v.Qt_LitrosAutomacao = 16777216.0F;
+  v.Qt_LitrosAutomacao = 123.456F;
   v.Vl_Preco = Currency::of_scaled(61'995);  // 6.1995
   v.Vl_Total = Currency::of_scaled(1'323'200);
   v.De_EnderecoLogicoBico = "A4x";
@@ -112,10 +112,9 @@ TEST_F(AbastecimentoTest, IsInsertedWithEveryLiteralInItsPlace) {
   v.Tx_DescontoAbastecimento = Currency(1.5);
   v.No_Hodometro = 85210;
   const std::string statement = fuelling_.instrucaoInsert();
-  EXPECT_EQ(
-      statement.substr(statement.find(" Values ")),
-      " Values (1,3,-2,'2026-11-24 06:12:40',95,21.34500000,16777216.00000000,6.200,132.320,'A4',1284582.67200000,"
-      "87,'ABC1D23/',2,-1,4711,-1,1,5,-1,'237024500018000011550560371234',1.500,85210)");
+  EXPECT_EQ(statement.substr(statement.find(" Values ")),
+            " Values (1,3,-2,'2026-11-24 06:12:40',95,21.34500000,123.45600000,6.200,132.320,'A4',1284582.67200000,"
+            "87,'ABC1D23/',2,-1,4711,-1,1,5,-1,'237024500018000011550560371234',1.500,85210)");
   fuelling_.Incluir();
   EXPECT_EQ(fuelling_.statement(), statement);
   const VOAbastecimento given = v;
@@ -243,7 +242,8 @@ TEST_F(AbastecimentoTest, TheNextToPostIsTheOldestAndMayBePostedForItsAge) {
 
 TEST_F(AbastecimentoTest, PendingFuellingsAreListedWithAndWithoutAShift) {
   add_nozzle(1, 3, "04");
-  add_nozzle(1, 2, "06");
+  add_nozzle(1, 1, "06");
+  add_nozzle(1, 2, "08");
   add_shift(87, 42);
   add_shift(88, 43);
   auto pending = [&](int code, const char* end, int shift, const char* address = "04") {
@@ -252,8 +252,10 @@ TEST_F(AbastecimentoTest, PendingFuellingsAreListedWithAndWithoutAShift) {
     v.De_EnderecoLogicoBico = address;
     add(v);
   };
+  // three of one moment: the lowest number of a nozzle comes first
   pending(5, "2026-11-24 10:00:00", 87);
-  pending(6, "2026-11-24 10:00:00", 88, "06");  // of the same moment: nozzle 2 stands before nozzle 3
+  pending(6, "2026-11-24 10:00:00", 88, "06");
+  pending(7, "2026-11-24 10:00:00", 88, "08");
   pending(4, "2026-11-24 11:00:00", 0);
   pending(3, "2026-11-24 09:00:00", 87, "99");  // no such nozzle
   VOAbastecimento other = fuelling(1, kEnd), done = fuelling(2, kEnd);
@@ -262,8 +264,8 @@ TEST_F(AbastecimentoTest, PendingFuellingsAreListedWithAndWithoutAShift) {
   add(other);
   add(done);
 
-  EXPECT_EQ(codes(fuellings_.ConsultarAbastecimentoPendentesRs()), "4 6 5 3");
-  EXPECT_EQ(codes(fuellings_.ConsultarAbastecimentoPendentesRs(0, false)), "3 6 5 4");
+  EXPECT_EQ(codes(fuellings_.ConsultarAbastecimentoPendentesRs()), "4 6 7 5 3");
+  EXPECT_EQ(codes(fuellings_.ConsultarAbastecimentoPendentesRs(0, false)), "3 6 7 5 4");
   EXPECT_EQ(codes(fuellings_.ConsultarAbastecimentoPendentesRs(42)), "5 3");
   EXPECT_EQ(codes(fuellings_.ConsultarAbastecimentoPendentesRs(42, false)), "3 5");
   EXPECT_EQ(codes(fuellings_.ConsultarAbastecimentoPendentesRs(99)), "");
@@ -271,7 +273,7 @@ TEST_F(AbastecimentoTest, PendingFuellingsAreListedWithAndWithoutAShift) {
   EXPECT_EQ(by_code.ActiveConnection(), nullptr);
   EXPECT_EQ(by_code["Cd_Bomba"].as<std::int32_t>(), 2);
   EXPECT_EQ(by_code["Cd_Funcionario"].as<std::int32_t>(), 43);
-  EXPECT_EQ(codes(std::move(by_code)), "6 5 4 3");
+  EXPECT_EQ(codes(std::move(by_code)), "7 6 5 4 3");
 }
 
 TEST_F(AbastecimentoTest, TheStatementInAnotherDialectIsRefusedUnderItsTraceName) {

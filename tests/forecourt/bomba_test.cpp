@@ -207,14 +207,14 @@ TEST_F(BombaTest, PendingDeliveriesComeByAmountWithTheEmployeesName) {
 }
 
 TEST_F(BombaTest, TheCheckStartsAgainAtTheLastRecordThatWasChecked) {
-  add(fuelling(10, "2026-11-20 00:00:00"));  // the settled date itself
-  add(fuelling(11, "2026-11-20 00:00:01"));
-  add(fuelling(9, "2026-11-23 10:00:00"));  // below the last checked
+  add(fuelling(12, "2026-11-20 00:00:00"));  // the settled date itself
+  add(fuelling(11, "2026-11-20 00:00:01"));  // the last checked
+  add(fuelling(10, "2026-11-23 10:00:00"));
   add(fuelling(13, "2026-11-22 10:00:00", 8));
   add(fuelling(14, "2026-11-22 10:00:00", 7));
   settings_->ObVOEmpresaUsuaria->Dt_CorteMovimento = moment("2026-11-20");
   ask_for(1, 3, "04");
-  nozzle_.ObVO->No_UltimoSequencialAutomacaoConferido = 10;
+  nozzle_.ObVO->No_UltimoSequencialAutomacaoConferido = 11;
   EXPECT_EQ(codes(nozzle_.Rs_AbastecimentosNaoConferido()), "11 14 13");
 }
 
