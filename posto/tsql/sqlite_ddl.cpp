@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "posto/types/text.h"
 
 namespace posto::tsql {
@@ -106,6 +108,61 @@ std::vector<std::string> sqlite_create_indexes(const Table& table) {
     statements.push_back(std::move(text));
   }
   return statements;
+}
+
+namespace {
+
+// How many values of a column a large table has, roughly.
+double spread(const Column& column) {
+  if (column.name == "Cd_PessoaUsuaria") return 1;
+  if (column.type == SqlType::bit) return 2;
+  bool few = column.type == SqlType::byte || (column.type == SqlType::text && column.width <= 3);
+  return few ? 5 : 1000;
+}
+
+// "rows, then how many of them share the first column, the first two, ...".
+std::string statistics_row(const Table& table, std::string_view index, const std::vector<const Column*>& columns,
+                           double rows, bool unique) {
+  std::string numbers = fmt::format("{:.0f}", rows);
+  for (const Column* column : columns) {
+    rows = std::max(1.0, rows / spread(*column));
+    if (unique && column == columns.back()) rows = 1;
+    numbers += fmt::format(" {:.0f}", rows);
+  }
+  return fmt::format("INSERT INTO sqlite_stat1 VALUES ('{}', '{}', '{}')", table.name, index, numbers);
+}
+
+std::vector<const Column*> columns_named(const Table& table, std::string_view names) {
+  std::vector<const Column*> columns;
+  while (!names.empty()) {
+    std::size_t comma = names.find(',');
+    columns.push_back(table.find(trim(names.substr(0, comma))));
+    names = comma == std::string_view::npos ? std::string_view() : names.substr(comma + 1);
+  }
+  return columns;
+}
+
+}  // namespace
+
+std::vector<std::string> sqlite_statistics(const Table& table) {
+  constexpr double kRows = 100'000, kPendingRows = 50;
+  std::vector<std::string> rows;
+  std::vector<const Column*> key;
+  for (const Column& column : table.columns) {
+    if (column.key) key.push_back(&column);
+  }
+  if (!key.empty()) {
+    const bool generated = table.identity() != nullptr;
+    const std::string index = generated ? fmt::format("sqlite_autoindex_{}_1", table.name) : std::string(table.name);
+    rows.push_back(statistics_row(table, index, key, kRows, true));
+  }
+  int number = 0;
+  for (const Index& index : table.indexes) {
+    const double size = index.only_where_zero.empty() ? kRows : kPendingRows;
+    rows.push_back(statistics_row(table, fmt::format("{}_{}", table.name, ++number),
+                                  columns_named(table, index.columns), size, index.unique));
+  }
+  return rows;
 }
 
 }  // namespace posto::tsql

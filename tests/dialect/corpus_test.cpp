@@ -107,6 +107,9 @@ struct WholeRead {
 constexpr WholeRead kWholeReads[] = {
     {"DALNotaEntrada.CFOPsItens", "the codes of all lines ever, out of an index alone"},
     {"DALEmpresaUsuaria.BloqueiaAutomaticamenteCreditoClienteEmAtraso", "all open bills"},
+    {"DALFecDiario.Rs_BaixaAbastecimentoDuplicidade", "the lines of all days: it has no lower bound"},
+    {"DALBuscaGenerica (complement alone)", "a search without a term lists all of the company's rows"},
+    {"DALCaixaGeral.ExisteErroNoCalculoDoSaldo", "the sum of the whole book"},
     {"DALFaturamento.ValorVendidoDoItem", "its condition is never true, and nothing is read"},
 };
 
@@ -114,8 +117,20 @@ bool is_growing(std::string_view table) {
   return std::find(std::begin(kGrowing), std::end(kGrowing), table) != std::end(kGrowing);
 }
 
-// The tables that a plan reads from end to end. A plan names them as the statement does: by alias, where there is one.
-std::vector<std::string> scanned_tables(const std::string& plan, const std::string& engine_text) {
+// Whether a plan's line goes through an index that holds only the rows in which a flag is 0: those are few.
+bool through_pending_rows(const std::string& line) {
+  for (const Table& table : all_tables()) {
+    for (std::size_t i = 0; i < table.indexes.size(); ++i) {
+      const std::string name = std::string(table.name) + "_" + std::to_string(i + 1) + " ";
+      if (!table.indexes[i].only_where_zero.empty() && line.find("INDEX " + name) != std::string::npos) return true;
+    }
+  }
+  return false;
+}
+
+// The tables that a plan reads from end to end, or by the company alone, which is nearly the same. A plan names them as
+// the statement does: by alias, where there is one.
+std::vector<std::string> scanned_tables(const std::string& plan, const std::string& engine_text, bool strict) {
   std::map<std::string, std::string> table_of;
   static const std::regex kAlias("\"([^\"]+)\" AS \"([^\"]+)\"");
   for (std::sregex_iterator m(engine_text.begin(), engine_text.end(), kAlias), end; m != end; ++m)
@@ -123,13 +138,19 @@ std::vector<std::string> scanned_tables(const std::string& plan, const std::stri
   std::vector<std::string> scanned;
   std::istringstream lines(plan);
   for (std::string line; std::getline(lines, line);) {
-    if (!line.starts_with("SCAN ")) continue;
-    const std::string name = line.substr(5, line.find(' ', 5) - 5);
+    const bool by_company =
+        strict && line.starts_with("SEARCH ") && line.ends_with("(Cd_PessoaUsuaria=?)") && !through_pending_rows(line);
+    if (!line.starts_with("SCAN ") && !by_company) continue;
+    const std::size_t first = line.find(' ') + 1;
+    const std::string name = line.substr(first, line.find(' ', first) - first);
     auto known = table_of.find(name);
     scanned.push_back(known == table_of.end() ? name : known->second);
   }
   return scanned;
 }
+
+// The statements of the subsystems whose classes stand must also not read all of a company's rows.
+bool has_its_classes(std::string_view file) { return file == "forecourt.sql" || file == "stock.sql"; }
 
 TEST_F(Corpus, ReadsNoGrowingTableFromEndToEnd) {
   const auto tables = all_tables();
@@ -145,7 +166,7 @@ TEST_F(Corpus, ReadsNoGrowingTableFromEndToEnd) {
     if (entry.refused || whole || !one_statement) continue;
     run_and_undo(*engine_, entry.statement);
     const std::string plan = engine_->explain(entry.statement);
-    for (const std::string& table : scanned_tables(plan, engine_text)) {
+    for (const std::string& table : scanned_tables(plan, engine_text, has_its_classes(entry.file))) {
       EXPECT_FALSE(is_growing(table)) << entry.file << ": " << entry.name << " reads all of " << table << "\n" << plan;
     }
   }

@@ -88,12 +88,17 @@ void SqliteEngine::create_schema() {
       run_own(tsql::sqlite_create_table(table).c_str());
       for (const std::string& index : tsql::sqlite_create_indexes(table)) run_own(index.c_str());
     }
+    run_own("ANALYZE");  // of an empty database: makes the table of the statistics
+    for (const Table& table : all_tables()) {
+      for (const std::string& row : tsql::sqlite_statistics(table)) run_own(row.c_str());
+    }
     run_own(mark.c_str());
     commit();
   } catch (const Erro&) {
     rollback();
     throw;
   }
+  run_own("ANALYZE sqlite_schema");  // reads them
 }
 
 // The rows of a prepared statement, read as they are asked for; the rest at once where a change of the database would
