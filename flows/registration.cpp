@@ -72,7 +72,7 @@ class Registration {
   }
 
   bool company(const CsvTable& row) {
-    const std::string name = row.required("nome", 50);
+    const std::string& name = row.required("nome", 50);
     const std::string settled = DateSemHoraToSql(row.day("corte"), *station_.settings);
     if (station_.tenant() != 0) {
       station_.connection().Execute(

@@ -6,6 +6,7 @@
 namespace posto {
 
 std::string_view TextArena::keep(std::string_view text) {
+  if (text.empty()) return "";
   if (text.size() > left_) {
     left_ = std::max(std::min(kFirstPiece << pieces_.size(), kLargestPiece), text.size());
     pieces_.push_back(std::make_unique_for_overwrite<char[]>(left_));

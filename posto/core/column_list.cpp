@@ -127,6 +127,8 @@ std::string ColumnList::update_statement(const ValueObject& vo, const VOSistema&
   std::string_view join = "\rWHERE ";
   for (std::string_view key : keys) {
     auto found = std::find_if(columns_.begin(), columns_.end(), [&](const ListColumn& c) { return c.column == key; });
+    if (found == columns_.end())
+      throw Erro(erro::kUnknownMember, std::string(table_), "A lista não tem a coluna " + std::string(key));
     out += join;
     assign(static_cast<std::size_t>(found - columns_.begin()));
     join = " And ";
