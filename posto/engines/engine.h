@@ -2,6 +2,7 @@
 // it.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -47,6 +48,11 @@ class ResultShape {
 
  private:
   std::vector<ResultColumn> columns_;
+  // The columns that were asked for last, by where the name stands in memory: a loop over rows asks with the same
+  // literals.
+  static constexpr std::size_t kRecent = 16;
+  mutable std::array<int, kRecent> recent_{};
+  std::vector<bool> is_first_;                       // of its name
   std::unordered_map<std::string_view, int> exact_;  // by name as spelt
   std::unordered_map<std::string, int> folded_;      // by name in lower case
   const Table* updatable_ = nullptr;

@@ -19,12 +19,18 @@ ResultShape::ResultShape(std::vector<ResultColumn> columns, const Table* rows_of
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     const int first = folded_.emplace(ascii_lower(columns_[i].name), static_cast<int>(i)).first->second;
     exact_.emplace(columns_[i].name, first);
+    is_first_.push_back(first == static_cast<int>(i));
   }
   if (rows_of != nullptr && holds_key(columns_, *rows_of)) updatable_ = rows_of;
 }
 
 int ResultShape::find(std::string_view name) const {
-  if (auto hit = exact_.find(name); hit != exact_.end()) return hit->second;
+  int& recent = recent_[(reinterpret_cast<std::uintptr_t>(name.data()) >> 3) % kRecent];
+  if (static_cast<std::size_t>(recent) < columns_.size() && columns_[static_cast<std::size_t>(recent)].name == name &&
+      is_first_[static_cast<std::size_t>(recent)]) {
+    return recent;
+  }
+  if (auto hit = exact_.find(name); hit != exact_.end()) return recent = hit->second;
   auto found = folded_.find(ascii_lower(name));
   return found == folded_.end() ? -1 : found->second;
 }

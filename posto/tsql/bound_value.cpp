@@ -203,7 +203,48 @@ void bind_literal(const Literal& literal, const Parameter& p, const DateOrder& o
   }
 }
 
+namespace {
+
+// A value that has its parameter's type already, as nearly all have. False for any other.
+bool bind_same_type(const Variant& value, SqlType type, BoundValue& out) {
+  switch (value.kind()) {
+    case VariantKind::Boolean:
+      if (type != SqlType::bit) return false;
+      set_integer(out, value.held<bool>());
+      return true;
+    case VariantKind::Byte:
+      if (type != SqlType::byte) return false;
+      set_integer(out, value.held<std::uint8_t>());
+      return true;
+    case VariantKind::Int16:
+      if (type != SqlType::int16) return false;
+      set_integer(out, value.held<std::int16_t>());
+      return true;
+    case VariantKind::Int32:
+      if (type != SqlType::int32) return false;
+      set_integer(out, value.held<std::int32_t>());
+      return true;
+    case VariantKind::Float64:
+      if (type != SqlType::float64) return false;
+      set_real(out, value.held<double>());
+      return true;
+    case VariantKind::Currency:
+      if (type != SqlType::money) return false;
+      set_integer(out, value.held<Currency>().scaled());
+      return true;
+    case VariantKind::Date:
+      if (type != SqlType::date) return false;
+      bind_date(value.held<Date>(), out);
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
 void bind_variant(const Variant& value, const Parameter& p, const DateOrder& order, BoundValue& out) {
+  if (bind_same_type(value, p.type, out)) return;
   if (value.is_null() || value.is_empty()) {
     out.kind = BoundValue::Kind::null;
     return;

@@ -251,6 +251,7 @@ Outcome SqliteEngine::run(const std::shared_ptr<KeptBatch>& batch, std::string_v
 void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement,
                         std::span<const Variant* const> markers, bool at_once) {
   tsql::BoundValue value;
+  if (at_once && date_texts_.size() < statement.parameters.size()) date_texts_.resize(statement.parameters.size());
   int place = 0;
   for (const tsql::Parameter& p : statement.parameters) {
     ++place;
@@ -280,6 +281,12 @@ void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& s
         sqlite3_bind_double(prepared, place, value.real);
         break;
       case tsql::BoundValue::Kind::text:
+        if (at_once && !value.lasts && p.type == SqlType::date) {
+          auto& kept = date_texts_[static_cast<std::size_t>(place) - 1];
+          kept = value.date;
+          value.text = {kept.data(), value.text.size()};
+          value.lasts = true;
+        }
         sqlite3_bind_text64(prepared, place, value.text.data(), value.text.size(),
                             at_once && value.lasts ? SQLITE_STATIC : SQLITE_TRANSIENT, SQLITE_UTF8);
         break;

@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,7 +60,8 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
   tsql::Shape shape_;                           // of the text under way; keeps its memory
   std::optional<std::size_t> tables_at_begin_;  // temporary tables that stood when the transaction began
   std::vector<RunningCursor*> running_;
-  std::string spare_text_;  // memory for the text of the next cursor
+  std::string spare_text_;                        // memory for the text of the next cursor
+  std::vector<std::array<char, 24>> date_texts_;  // dates of the statement under way, by their place
   StatementObserver observer_;
 };
 

@@ -1,0 +1,395 @@
+#include "posto/tsql/sqlite_expression_writer.h"
+
+#include "posto/tsql/types.h"
+
+namespace posto::tsql {
+
+void SqliteExpressionWriter::condition(const Expr& e) {
+  switch (e.kind) {
+    case ExprKind::logic:
+      out_ += '(';
+      chain(e);
+      out_ += ')';
+      return;
+    case ExprKind::negation:
+      out_ += "(NOT ";
+      condition(*e.args[0]);
+      out_ += ')';
+      return;
+    case ExprKind::compare:
+      return compare(e);
+    case ExprKind::between:
+      return between(e);
+    case ExprKind::in_list:
+      return in_list(e);
+    case ExprKind::in_select:
+      return in_select(e);
+    case ExprKind::exists:
+      out_ += "EXISTS (";
+      select(*e.select, e.select->types, false);
+      out_ += ')';
+      return;
+    case ExprKind::is_null:
+      out_ += '(';
+      value(*e.args[0]);
+      out_ += e.inverted ? " IS NOT NULL)" : " IS NULL)";
+      return;
+    case ExprKind::like:
+      out_ += e.inverted ? "(NOT posto_like(" : "posto_like(";
+      value_as(*e.args[0], value_type(SqlType::text));
+      out_ += ", ";
+      value_as(*e.args[1], value_type(SqlType::text));
+      out_ += e.inverted ? "))" : ")";
+      return;
+    default:
+      return;  // the binder lets nothing else be a condition
+  }
+}
+
+void SqliteExpressionWriter::chain(const Expr& e) {
+  const Expr& left = *e.args[0];
+  bool goes_on = left.kind == ExprKind::logic && left.op == e.op;
+  goes_on ? chain(left) : condition(left);
+  out_ += e.op == Op::and_ ? " AND " : " OR ";
+  condition(*e.args[1]);
+}
+
+void SqliteExpressionWriter::compared(const Expr& e, const Type& type) { value_as(e, type, true); }
+
+void SqliteExpressionWriter::deciding(const Expr& e, const Type& type, bool other_is_column) {
+  compared(e, type);
+  if (type.base == SqlType::text && !is_text_column(e) && !other_is_column) collate();
+}
+
+void SqliteExpressionWriter::compare(const Expr& e) {
+  static constexpr std::string_view kSymbols[] = {" = ", " <> ", " < ", " <= ", " > ", " >= "};
+  const Expr &left = *e.args[0], &right = *e.args[1];
+  if (right.pinned && (e.op == Op::equal || e.op == Op::not_equal)) return compare_bit(left, *right.pinned, e.op);
+  if (left.pinned && (e.op == Op::equal || e.op == Op::not_equal)) return compare_bit(right, *left.pinned, e.op);
+  Type type = comparison_type(left, right);
+  out_ += '(';
+  deciding(left, type, is_text_column(right));
+  out_ += kSymbols[static_cast<std::size_t>(e.op) - static_cast<std::size_t>(Op::equal)];
+  compared(right, type);
+  out_ += ')';
+}
+
+void SqliteExpressionWriter::compare_bit(const Expr& bit, std::int64_t number, Op op) {
+  bool is_bit = number == 0 || number == 1;
+  out_ += '(';
+  value(bit);
+  if (!is_bit) {
+    out_ += op == Op::equal ? " <> 0 AND 0)" : " IS NOT NULL)";
+  } else {
+    put(" = {})", op == Op::equal ? number : 1 - number);
+  }
+}
+
+Type SqliteExpressionWriter::type_of_all(const Expr& e) {
+  Type type{};
+  for (std::size_t i = 1; i < e.args.size(); ++i) {
+    type = common_type(type, comparison_type(*e.args[0], *e.args[i]));
+  }
+  return type;
+}
+
+void SqliteExpressionWriter::between(const Expr& e) {
+  Type type = type_of_all(e);
+  out_ += '(';
+  deciding(*e.args[0], type, false);
+  out_ += e.inverted ? " NOT BETWEEN " : " BETWEEN ";
+  compared(*e.args[1], type);
+  out_ += " AND ";
+  compared(*e.args[2], type);
+  out_ += ')';
+}
+
+void SqliteExpressionWriter::in_list(const Expr& e) {
+  Type type = type_of_all(e);
+  out_ += '(';
+  deciding(*e.args[0], type, false);
+  out_ += e.inverted ? " NOT IN (" : " IN (";
+  for (std::size_t i = 1; i < e.args.size(); ++i) {
+    if (i > 1) out_ += ", ";
+    compared(*e.args[i], type);
+  }
+  out_ += "))";
+}
+
+void SqliteExpressionWriter::in_select(const Expr& e) {
+  Type type = common_type(e.args[0]->type, e.select->types.front());
+  out_ += '(';
+  deciding(*e.args[0], type, false);
+  out_ += e.inverted ? " NOT IN (" : " IN (";
+  select(*e.select, {type}, false);
+  out_ += "))";
+}
+
+void SqliteExpressionWriter::value(const Expr& e) { value_as(e, e.type); }
+
+void SqliteExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_compared) {
+  switch (e.kind) {
+    case ExprKind::null:
+      out_ += "NULL";
+      return;
+    case ExprKind::literal:
+      if (e.pinned && is_integer(wanted.base)) {
+        put("{}", *e.pinned);
+      } else {
+        parameter({.ordinal = e.ordinal, .negative = e.inverted, .compared = only_compared, .type = wanted.base});
+      }
+      return;
+    case ExprKind::marker:
+      parameter(
+          {.from = Parameter::From::marker, .ordinal = e.ordinal, .compared = only_compared, .type = wanted.base});
+      return;
+    default:
+      break;
+  }
+  if (!wanted.known || !e.type.known) return plain(e);
+  converted(e.type, wanted, [&] { plain(e); });
+}
+
+void SqliteExpressionWriter::converted(const Type& from, const Type& to, const Inner& inner) {
+  auto call = [&](std::string_view function) {
+    put("{}(", function);
+    inner();
+    out_ += ')';
+  };
+  if (from.base == to.base) return inner();
+  if (from.base == SqlType::text) {
+    static constexpr std::string_view kParsers[] = {"posto_text_bit",   "posto_text_int",    "posto_text_int",
+                                                    "posto_text_int",   "posto_text_real32", "posto_text_real",
+                                                    "posto_text_money", "posto_text_date",   ""};
+    return call(kParsers[static_cast<std::size_t>(to.base)]);
+  }
+  switch (to.base) {
+    case SqlType::bit:
+      out_ += '(';
+      inner();
+      out_ += " <> 0)";
+      return;
+    case SqlType::byte:
+    case SqlType::int16:
+    case SqlType::int32:
+      if (is_integer(from.base)) return inner();
+      return call(from.base == SqlType::money ? "posto_money_int" : "posto_real_int");
+    case SqlType::money:
+      if (is_float(from.base)) return call("posto_real_money");
+      out_ += '(';
+      inner();
+      out_ += " * 10000)";
+      return;
+    case SqlType::float32:
+    case SqlType::float64: {
+      bool narrow = to.base == SqlType::float32 && from.base != SqlType::float32;
+      if (narrow) out_ += "posto_real32(";
+      if (from.base == SqlType::money) {
+        out_ += '(';
+        inner();
+        out_ += " / 10000.0)";
+      } else {
+        inner();
+      }
+      if (narrow) out_ += ')';
+      return;
+    }
+    case SqlType::date:
+      return call("posto_int_date");
+    case SqlType::text:
+      return text_of(from, 0, false, -1, inner);
+  }
+}
+
+void SqliteExpressionWriter::text_of(const Type& from, std::uint16_t width, bool padded, int style,
+                                     const Inner& inner) {
+  out_ += "posto_text(";
+  inner();
+  put(", {}, {}, {}, {})", static_cast<int>(from.base), width, padded ? 1 : 0, style);
+}
+
+void SqliteExpressionWriter::plain(const Expr& e) {
+  switch (e.kind) {
+    case ExprKind::column:
+      put_name(e.source->written);
+      out_ += '.';
+      put_name(e.column->name);
+      return;
+    case ExprKind::now:
+      return parameter({.from = Parameter::From::now, .type = SqlType::date});
+    case ExprKind::last_identity:
+      return parameter({.from = Parameter::From::last_identity, .type = SqlType::int32});
+    case ExprKind::negate:
+      out_ += "(-";
+      value_as(*e.args[0], e.type);
+      out_ += ')';
+      return;
+    case ExprKind::arithmetic:
+      return arithmetic(e);
+    case ExprKind::case_when:
+      return case_when(e);
+    case ExprKind::cast:
+      return cast(e);
+    case ExprKind::call:
+      return call(e);
+    case ExprKind::subquery:
+      out_ += '(';
+      single_value(*e.select, e.select->types);
+      out_ += ')';
+      return;
+    default:
+      return condition(e);
+  }
+}
+
+bool SqliteExpressionWriter::is_sum(const Expr& e) {
+  return e.kind == ExprKind::arithmetic && (e.op == Op::add || e.op == Op::subtract);
+}
+
+void SqliteExpressionWriter::sum_chain(const Expr& e) {
+  const Expr& left = *e.args[0];
+  is_sum(left) && left.type.base == e.type.base ? sum_chain(left) : value_as(left, e.type);
+  out_ += e.type.base == SqlType::text ? " || " : e.op == Op::add ? " + " : " - ";
+  value_as(*e.args[1], e.type);
+}
+
+void SqliteExpressionWriter::arithmetic(const Expr& e) {
+  const Expr &a = *e.args[0], &b = *e.args[1];
+  SqlType type = e.type.base;
+  auto infix = [&](std::string_view op, const Type& left, const Type& right) {
+    out_ += '(';
+    bool goes_on = is_sum(e) && is_sum(a) && a.type.base == type && type != SqlType::float32;
+    goes_on ? sum_chain(a) : value_as(a, left);
+    out_ += op;
+    value_as(b, right);
+    out_ += ')';
+  };
+  auto function = [&](std::string_view name, const Type& left, const Type& right) {
+    put("{}(", name);
+    value_as(a, left);
+    out_ += ", ";
+    value_as(b, right);
+    out_ += ')';
+  };
+  if (type == SqlType::text) return infix(" || ", e.type, e.type);
+  if (type == SqlType::float32) out_ += "posto_real32(";
+  bool money_by_integer = type == SqlType::money && b.type.known && is_integer(b.type.base);
+  bool integer_by_money = type == SqlType::money && a.type.known && is_integer(a.type.base);
+  switch (e.op) {
+    case Op::add:
+      infix(" + ", e.type, e.type);
+      break;
+    case Op::subtract:
+      infix(" - ", e.type, e.type);
+      break;
+    case Op::multiply:
+      if (type == SqlType::money && !money_by_integer && !integer_by_money) {
+        function("posto_multiply_money", e.type, e.type);
+      } else {
+        infix(" * ", integer_by_money ? a.type : e.type, money_by_integer ? b.type : e.type);
+      }
+      break;
+    default:
+      if (is_float(type)) {
+        function("posto_divide_real", e.type, e.type);
+      } else if (type == SqlType::money && !money_by_integer) {
+        function("posto_divide_money", e.type, e.type);
+      } else {
+        function("posto_divide_int", e.type, money_by_integer ? b.type : e.type);
+      }
+  }
+  if (type == SqlType::float32) out_ += ')';
+}
+
+void SqliteExpressionWriter::case_when(const Expr& e) {
+  out_ += "CASE";
+  for (std::size_t i = 0; i + 1 < e.args.size(); i += 2) {
+    out_ += " WHEN ";
+    condition(*e.args[i]);
+    out_ += " THEN ";
+    value_as(*e.args[i + 1], e.type);
+  }
+  out_ += " ELSE ";
+  value_as(*e.args.back(), e.type);
+  out_ += " END";
+}
+
+void SqliteExpressionWriter::cast(const Expr& e) {
+  const Expr& inner = *e.args[0];
+  if (e.target.base == SqlType::text) {
+    const Type from = inner.type.known ? inner.type : value_type(SqlType::text);
+    return text_of(from, e.target.width, e.padded, e.style, [&] { value_as(inner, from); });
+  }
+  bool narrows = is_integer(e.target.base) && e.target.base != SqlType::bit;
+  if (narrows) out_ += "posto_fit(";
+  value_as(inner, e.target);
+  if (narrows) put(", {})", static_cast<int>(e.target.base));
+}
+
+void SqliteExpressionWriter::call(const Expr& e) {
+  const Type& first = e.args.empty() ? e.type : e.args[0]->type;
+  switch (e.function) {
+    case Function::round: {
+      std::string_view name = e.type.base == SqlType::money ? "posto_round_money"
+                              : is_float(e.type.base)       ? "posto_round_real"
+                                                            : "posto_round_int";
+      put("{}(", name);
+      value_as(*e.args[0], e.type);
+      put(", {})", *e.args[1]->pinned);
+      return;
+    }
+    case Function::is_null:
+      out_ += "ifnull(";
+      value_as(*e.args[0], e.type);
+      out_ += ", ";
+      if (e.type.base == SqlType::text && e.type.width > 0) {  // as wide as the first is
+        text_of(e.type, e.type.width, false, -1, [&] { value_as(*e.args[1], e.type); });
+      } else {
+        value_as(*e.args[1], e.type);
+      }
+      out_ += ')';
+      return;
+    case Function::substring:
+      out_ += "posto_substring(";
+      value_as(*e.args[0], value_type(SqlType::text));
+      for (std::size_t i = 1; i < 3; ++i) {
+        out_ += ", ";
+        value_as(*e.args[i], value_type(SqlType::int32));
+      }
+      out_ += ')';
+      return;
+    case Function::rtrim:
+      out_ += "rtrim(";
+      value_as(*e.args[0], value_type(SqlType::text));
+      out_ += ')';
+      return;
+    case Function::count_rows:
+      out_ += "count(*)";
+      return;
+    case Function::avg:
+      if (!is_float(e.type.base)) {  // whole units of the type, as the server gives them
+        aggregate("(sum", e, e.type);
+        aggregate(" / count", e, e.type);
+        out_ += ')';
+        return;
+      }
+      return aggregate("avg", e, e.type);
+    case Function::sum:
+      return aggregate("sum", e, is_float(first.base) ? first : e.type);
+    case Function::min:
+      return aggregate("min", e, first);
+    case Function::max:
+      return aggregate("max", e, first);
+    case Function::count:
+      return aggregate("count", e, first);
+  }
+}
+
+void SqliteExpressionWriter::aggregate(std::string_view name, const Expr& e, const Type& type) {
+  put("{}({}", name, e.distinct ? "DISTINCT " : "");
+  value_as(*e.args[0], type);
+  if (type.base == SqlType::text && !is_text_column(*e.args[0])) collate();
+  out_ += ')';
+}
+
+}  // namespace posto::tsql
