@@ -4,6 +4,21 @@
 
 namespace posto::tsql {
 
+BatchPlace::BatchPlace(std::string_view batch, const std::vector<Literal>& literals, std::size_t offset)
+    : other_bytes_(offset) {
+  for (const Literal& literal : literals) {
+    if (literal.raw.data() >= batch.data() + offset) break;
+    ++literals_;
+    other_bytes_ -= literal.raw.size();
+  }
+}
+
+std::size_t BatchPlace::offset(const std::vector<Literal>& literals) const {
+  std::size_t bytes = other_bytes_;
+  for (std::size_t i = 0; i < literals_; ++i) bytes += literals[i].raw.size();
+  return bytes;
+}
+
 bool CompiledBatch::serves(const std::vector<Literal>& literals) const {
   for (const auto& [ordinal, raw] : pinned) {
     if (literals[ordinal].raw != raw) return false;
@@ -44,8 +59,8 @@ CompiledBatch compile(std::string_view batch, const std::vector<Literal>& litera
   for (Statement& statement : statements) {
     binder.bind(statement);
     CompiledStatement one = write(statement);
-    one.position = statement.position;
-    one.end = statement.end;
+    one.begin = BatchPlace(batch, literals, statement.position);
+    one.end = BatchPlace(batch, literals, statement.end);
     if (statement.kind == StatementKind::create_table) one.creates = binder.created().back();
     compiled.statements.push_back(std::move(one));
   }

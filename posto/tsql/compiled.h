@@ -32,10 +32,24 @@ struct OutputColumn {
   const Column* column = nullptr;
 };
 
+// A place in a batch that holds for every batch of the same shape, whatever the lengths of its literals.
+class BatchPlace {
+ public:
+  BatchPlace() = default;
+  // The place that is `offset` bytes into `batch`, whose literals these are.
+  BatchPlace(std::string_view batch, const std::vector<Literal>& literals, std::size_t offset);
+  // Its bytes from the start of a batch with these literals.
+  std::size_t offset(const std::vector<Literal>& literals) const;
+
+ private:
+  std::size_t literals_ = 0;  // that stand in front of it
+  std::size_t other_bytes_ = 0;
+};
+
 struct CompiledStatement {
   StatementKind kind = StatementKind::select;
-  std::size_t position = 0, end = 0;  // bytes of the batch
-  std::string text;                   // empty for a statement that only changes the session
+  BatchPlace begin, end;
+  std::string text;  // empty for a statement that only changes the session
   std::vector<Parameter> parameters;
   std::vector<OutputColumn> outputs;   // of a select
   const Table* target = nullptr;       // the table that it writes; of a select the one table that it reads row by row

@@ -218,6 +218,16 @@ TEST_F(ConnectionTest, AnObserverSeesEveryStatement) {
                       R"(SELECT "Banco"."Nm_Banco" FROM "Banco" WHERE ("Banco"."Cd_Banco" = ?1) | 1)"}));
 }
 
+// The second batch has the shape of the first, and its statements begin elsewhere.
+TEST_F(ConnectionTest, AKeptBatchKnowsWhereEachOfItsStatementsStands) {
+  std::vector<std::string> seen;
+  run("UPDATE Banco SET Nm_Banco = 'a long name' WHERE Cd_Banco = 12345; DELETE FROM Banco WHERE Cd_Banco = 1");
+  connection_->observe([&](const StatementReport& r) { seen.emplace_back(r.statement); });
+  run("UPDATE Banco SET Nm_Banco = '' WHERE Cd_Banco = 1; DELETE FROM Banco WHERE Cd_Banco = 12345");
+  EXPECT_EQ(seen, (std::vector<std::string>{"UPDATE Banco SET Nm_Banco = '' WHERE Cd_Banco = 1",
+                                            "DELETE FROM Banco WHERE Cd_Banco = 12345"}));
+}
+
 TEST_F(ConnectionTest, StatementsLiveOnWhenTheirShapeIsForgotten) {
   add_banks(3);
   Recordset open_one = connection_->Execute("SELECT Nm_Banco FROM Banco ORDER BY Cd_Banco");

@@ -213,6 +213,17 @@ class SqliteEngine::RunningCursor final : public Cursor {
   std::unique_ptr<Rest> rest_;
 };
 
+namespace {
+
+// The text of one statement of a batch.
+std::string_view own_part(std::string_view batch, const tsql::CompiledStatement& statement,
+                          const std::vector<tsql::Literal>& literals) {
+  const std::size_t begin = statement.begin.offset(literals);
+  return batch.substr(begin, statement.end.offset(literals) - begin);
+}
+
+}  // namespace
+
 // --- running
 // ------------------------------------------------------------------------------------------------------------
 
@@ -234,7 +245,7 @@ Outcome SqliteEngine::run(const std::shared_ptr<KeptBatch>& batch, std::string_v
   for (std::size_t i = 0; i < statements.size(); ++i) {
     KeptStatement& statement = statements[i];
     const tsql::CompiledStatement& compiled = statement.compiled();
-    std::string_view own_text = text.substr(compiled.position, compiled.end - compiled.position);
+    const std::string_view own_text = statements.size() == 1 ? text : own_part(text, compiled, shape_.literals);
     if (compiled.kind == tsql::StatementKind::set_date_format) {
       session_.date_order = tsql::DateOrder::of(compiled.date_format);
     } else if (compiled.kind != tsql::StatementKind::select) {
