@@ -1,6 +1,7 @@
 #include "posto/ado/rows.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace posto {
@@ -20,17 +21,27 @@ std::string_view TextArena::keep(std::string_view text) {
 }
 
 RowReader::RowReader(std::unique_ptr<Cursor> cursor, bool keep)
-    : cursor_(std::move(cursor)), keep_(keep), width_(cursor_->shape().columns().size()), cells_(width_) {}
+    : cursor_(std::move(cursor)), keep_(keep), width_(cursor_->shape().columns().size()), first_(width_) {}
+
+Cell* RowReader::row(std::int64_t number) {
+  if (number == 0 || !keep_) return first_.data();
+  const auto at = static_cast<std::size_t>(number);
+  const auto piece = static_cast<std::size_t>(std::bit_width(at)) - 1;
+  return others_[piece].data() + (at - (std::size_t{1} << piece)) * width_;
+}
+
+Cell* RowReader::room_for_next() {
+  if (fetched_ == 0 || !keep_) return first_.data();
+  const auto at = static_cast<std::size_t>(fetched_);
+  if (std::has_single_bit(at)) others_.emplace_back().reserve(at * width_);
+  others_.back().resize(others_.back().size() + width_);
+  return row(fetched_);
+}
 
 bool RowReader::fetch() {
   if (!cursor_) return false;
   keep_texts();
-  std::size_t first = keep_ ? static_cast<std::size_t>(fetched_) * width_ : 0;
-  if (cells_.size() < first + width_) {
-    cells_.resize(first + width_);
-    if (on_row()) show(position_);  // the memory of the rows may have moved
-  }
-  if (!cursor_->next({cells_.data() + first, width_})) {
+  if (!cursor_->next({room_for_next(), width_})) {
     cursor_.reset();
     return false;
   }
@@ -42,15 +53,10 @@ bool RowReader::fetch() {
 // A record that is read alone, as most are, never needs its texts copied.
 void RowReader::keep_texts() {
   if (texts_are_kept_) return;
-  Cell* row = cells_.data() + static_cast<std::size_t>(fetched_ - 1) * width_;
-  for (std::size_t i = 0; i < width_; ++i) {
-    if (!row[i].null && row[i].text.data() != nullptr) row[i].text = texts_.keep(row[i].text);
+  for (Cell& cell : std::span(row(fetched_ - 1), width_)) {
+    if (!cell.null && cell.text.data() != nullptr) cell.text = texts_.keep(cell.text);
   }
   texts_are_kept_ = true;
-}
-
-void RowReader::show(std::int64_t row) {
-  current_ = keep_ ? cells_.data() + static_cast<std::size_t>(row) * width_ : cells_.data();
 }
 
 void RowReader::next() { move_to(position_ + 1); }
@@ -75,7 +81,7 @@ void RowReader::move_to(std::int64_t row) {
 
 void RowReader::replace(std::size_t column, Cell cell) {
   if (!cell.null && cell.text.data() != nullptr) cell.text = texts_.keep(cell.text);
-  cells_[static_cast<std::size_t>(position_) * width_ + column] = cell;
+  row(position_)[column] = cell;
 }
 
 void RowReader::fetch_all() {

@@ -45,14 +45,17 @@ class RowReader {
 
  private:
   bool fetch();
+  Cell* room_for_next();
+  Cell* row(std::int64_t number);
   void keep_texts();
-  void show(std::int64_t row);
+  void show(std::int64_t number) { current_ = row(number); }
 
   std::unique_ptr<Cursor> cursor_;
   bool keep_;
   std::size_t width_;
-  std::vector<Cell> cells_;     // of the kept rows one behind the other, or of the current one
-  bool texts_are_kept_ = true;  // those of the row that was fetched last; before that they belong to the cursor
+  std::vector<Cell> first_;                // row 0, or the current one where none is kept
+  std::vector<std::vector<Cell>> others_;  // pieces of twice as many rows each, from row 1 on: no row ever moves
+  bool texts_are_kept_ = true;             // those of the last row; before that they belong to the cursor
   TextArena texts_;
   const Cell* current_ = nullptr;
   std::int64_t position_ = -1;

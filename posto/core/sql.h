@@ -1,8 +1,10 @@
 // Statements written as SQL in the code.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <concepts>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,22 +32,70 @@ class SqlPart {
   std::size_t length_ = 0;
 };
 
-// The text of a statement, checked while compiling to have a hole {} for each part.
-template <class... Parts>
-class SqlText {
+// The text of a statement as pieces that are taken over as they stand, found while compiling. Behind each comes what
+// its `then` says.
+class SqlPieces {
  public:
-  consteval SqlText(const char* raw) : raw_(raw) {
-    std::size_t holes = 0;
-    for (std::size_t i = 0; i + 1 < raw_.size(); ++i) holes += raw_[i] == '{' && raw_[i + 1] == '}';
-    if (holes != sizeof...(Parts)) throw "a statement needs one part for each {}";
+  enum class Then : std::uint16_t { end, line_end, hole };
+  struct Piece {
+    std::uint16_t begin = 0, size = 0;
+    Then then = Then::end;
+  };
+
+  // Each line loses the blanks that begin the first.
+  consteval explicit SqlPieces(std::string_view raw) : raw_(raw) {
+    if (raw.ends_with('\n')) raw.remove_suffix(1);
+    std::size_t at = raw.starts_with('\n') ? 1 : 0;
+    const std::size_t indent = blanks(raw, at);
+    std::size_t begin = at + indent;
+    for (at = begin; at < raw.size();) {
+      if (raw[at] == '\n') {
+        add(begin, at, Then::line_end);
+        begin = at + 1 + std::min(indent, blanks(raw, at + 1));
+        at = begin;
+      } else if (raw.substr(at).starts_with("{}")) {
+        add(begin, at, Then::hole);
+        ++holes_;
+        begin = at += 2;
+      } else {
+        ++at;
+      }
+    }
+    add(begin, raw.size(), Then::end);
   }
+
   std::string_view raw() const { return raw_; }
+  std::span<const Piece> pieces() const { return {pieces_, count_}; }
+  constexpr std::size_t holes() const { return holes_; }
 
  private:
+  static constexpr std::size_t kMost = 100;
+
+  static consteval std::size_t blanks(std::string_view raw, std::size_t from) {
+    std::size_t n = 0;
+    while (from + n < raw.size() && raw[from + n] == ' ') ++n;
+    return n;
+  }
+  consteval void add(std::size_t begin, std::size_t end, Then then) {
+    if (count_ == kMost) throw "a statement has at most a hundred lines and holes";
+    pieces_[count_++] = {static_cast<std::uint16_t>(begin), static_cast<std::uint16_t>(end - begin), then};
+  }
+
   std::string_view raw_;
+  std::size_t count_ = 0, holes_ = 0;
+  Piece pieces_[kMost];
 };
 
-std::string compose_sql(std::string_view raw, std::span<const SqlPart> parts);
+// A statement's text, checked while compiling to have a hole {} for each part.
+template <class... Parts>
+class SqlText : public SqlPieces {
+ public:
+  consteval SqlText(const char* raw) : SqlPieces(raw) {
+    if (holes() != sizeof...(Parts)) throw "a statement needs one part for each {}";
+  }
+};
+
+std::string compose_sql(const SqlPieces& text, std::span<const SqlPart> parts);
 
 // Makes a statement of a raw string: one clause a line, the first line's indentation taken off each, the line ends
 // turned into carriage returns, the holes {} filled in their order.
@@ -55,12 +105,12 @@ std::string compose_sql(std::string_view raw, std::span<const SqlPart> parts);
 //       FROM     Bairro
 //       WHERE    Cd_Bairro = {})", Cd_Bairro)
 template <class... Parts>
-std::string sql(SqlText<std::type_identity_t<Parts>...> text, const Parts&... parts) {
+std::string sql(const SqlText<std::type_identity_t<Parts>...>& text, const Parts&... parts) {
   if constexpr (sizeof...(Parts) == 0) {
-    return compose_sql(text.raw(), {});
+    return compose_sql(text, {});
   } else {
     const SqlPart list[] = {SqlPart(parts)...};
-    return compose_sql(text.raw(), list);
+    return compose_sql(text, list);
   }
 }
 

@@ -10,10 +10,12 @@
 namespace posto::tsql {
 namespace {
 
-enum CharClass : std::uint8_t { other, name, digit, quote, dash, bracket, double_quote, point };
+// The characters of a name come first.
+enum CharClass : std::uint8_t { name, digit, other, quote, dash, bracket, double_quote, point };
 
 constexpr std::array<std::uint8_t, 256> kClasses = [] {
   std::array<std::uint8_t, 256> c{};
+  c.fill(other);
   for (int i = 'a'; i <= 'z'; ++i) c[static_cast<std::size_t>(i)] = name;
   for (int i = 'A'; i <= 'Z'; ++i) c[static_cast<std::size_t>(i)] = name;
   for (int i = 128; i < 256; ++i) c[static_cast<std::size_t>(i)] = name;
@@ -28,7 +30,7 @@ constexpr std::array<std::uint8_t, 256> kClasses = [] {
 }();
 
 std::uint8_t class_of(char c) { return kClasses[static_cast<unsigned char>(c)]; }
-bool is_name_char(char c) { return class_of(c) == name || class_of(c) == digit; }
+bool is_name_char(char c) { return class_of(c) <= digit; }
 bool is_digit(char c) { return class_of(c) == digit; }
 bool is_line_end(char c) { return c == '\r' || c == '\n'; }
 
@@ -157,7 +159,8 @@ void Shape::read(std::string_view statement) {
         break;
       }
       default:
-        ++p;
+        do ++p;
+        while (p < end && class_of(*p) == other);
     }
   }
   std::memcpy(out, copied, static_cast<std::size_t>(end - copied));

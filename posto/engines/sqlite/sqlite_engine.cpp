@@ -311,13 +311,14 @@ namespace {
 class Lease {
  public:
   explicit Lease(KeptStatement& statement) : statement_(statement), prepared_(statement.take()) {}
-  ~Lease() {
-    if (prepared_ != nullptr) statement_.give_back(prepared_);
-  }
+  ~Lease() { end(); }
   Lease(const Lease&) = delete;
   Lease& operator=(const Lease&) = delete;
   sqlite3_stmt* get() const { return prepared_; }
   sqlite3_stmt* release() { return std::exchange(prepared_, nullptr); }
+  void end() {
+    if (prepared_ != nullptr) statement_.give_back(release());
+  }
 
  private:
   KeptStatement& statement_;
@@ -379,7 +380,7 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
     sqlite3_reset(lease.get());
     fail(text);
   }
-  sqlite3_reset(lease.get());
+  lease.end();
   whole.keep();
   std::int64_t rows = compiled.kind == tsql::StatementKind::create_table ? 0 : sqlite3_changes64(database_);
   if (compiled.kind == tsql::StatementKind::insert && compiled.target->identity() != nullptr && rows > 0) {

@@ -71,28 +71,40 @@ std::size_t StatementCache::Hash::operator()(std::string_view text) const {
   return hash;
 }
 
+std::list<StatementCache::Entry>::iterator StatementCache::entry_of(std::string_view shape) {
+  // A walk asks the same statement again and again: that one is found without its hash.
+  if (!entries_.empty() && entries_.front().shape == shape) return entries_.begin();
+  auto found = by_shape_.find(shape);
+  if (found == by_shape_.end()) return entries_.end();
+  entries_.splice(entries_.begin(), entries_, found->second);
+  return entries_.begin();
+}
+
 std::shared_ptr<KeptBatch> StatementCache::find(std::string_view batch, const tsql::Shape& shape) {
   if (shape.text.size() > kLongestShape) return compile(batch, shape);
-  auto found = by_shape_.find(shape.text);
-  if (found != by_shape_.end() && found->second->literals == shape.literals.size()) {
-    auto entry = found->second;
-    if (entry != entries_.begin()) entries_.splice(entries_.begin(), entries_, entry);
-    for (const auto& form : entry->forms) {
-      if (form->compiled.serves(shape.literals)) return form;
-    }
+  auto entry = entry_of(shape.text);
+  if (entry == entries_.end()) {
     auto compiled = compile(batch, shape);
-    if (entry->forms.size() == kMostForms) entry->forms.erase(entry->forms.begin());
-    return entry->forms.emplace_back(std::move(compiled));
+    add({.shape = shape.text, .literals = shape.literals.size(), .forms = {compiled}});
+    return compiled;
+  }
+  // A control character in the text looks like a literal: not kept.
+  if (entry->literals != shape.literals.size()) return compile(batch, shape);
+  for (const auto& form : entry->forms) {
+    if (form->compiled.serves(shape.literals)) return form;
   }
   auto compiled = compile(batch, shape);
-  if (found != by_shape_.end()) return compiled;  // a control character in the text looks like a literal: not kept
+  if (entry->forms.size() == kMostForms) entry->forms.erase(entry->forms.begin());
+  return entry->forms.emplace_back(std::move(compiled));
+}
+
+void StatementCache::add(Entry entry) {
   if (entries_.size() == kMostShapes) {
     by_shape_.erase(entries_.back().shape);
     entries_.pop_back();
   }
-  entries_.push_front({.shape = shape.text, .literals = shape.literals.size(), .forms = {compiled}});
+  entries_.push_front(std::move(entry));
   by_shape_.emplace(entries_.front().shape, entries_.begin());
-  return compiled;
 }
 
 void StatementCache::clear() {

@@ -68,6 +68,8 @@ class StatementCache {
     std::size_t literals;
     std::vector<std::shared_ptr<KeptBatch>> forms;  // one for each set of pinned literals
   };
+  std::list<Entry>::iterator entry_of(std::string_view shape);
+  void add(Entry entry);
   std::shared_ptr<KeptBatch> compile(std::string_view batch, const tsql::Shape& shape);
 
   sqlite3* database_ = nullptr;
