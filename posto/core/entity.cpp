@@ -44,11 +44,19 @@ bool EntityBase::has_values(Names columns) {
   return !columns.empty();
 }
 
-Names EntityBase::key_for(Purpose) {
-  for (const KeySet& set : description_.keys) {
+Names EntityBase::first_given(std::span<const KeySet> sets) {
+  for (const KeySet& set : sets) {
     if (has_values(set.names())) return set.names();
   }
   return {};
+}
+
+Names EntityBase::key_for(Purpose purpose) {
+  if (purpose == Purpose::remove && !description_.remove_keys.empty()) {
+    return first_given({&description_.remove_keys, 1});
+  }
+  Names key = first_given(description_.keys);
+  return key.empty() && purpose == Purpose::read ? first_given(description_.read_keys) : key;
 }
 
 std::vector<std::string> EntityBase::nomeCamposSequencial() const {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -44,9 +45,11 @@ struct Description {
   static constexpr std::size_t kMostKeySets = 3;
   std::string_view class_name;  // as it stands in the path of a failure
   std::string_view table;
-  KeySet keys[kMostKeySets]{};     // tried in order; the first whose columns all have a value is taken
-  KeySet sequence{};               // columns that nomeCamposSequencial gives
-  std::string_view empty_query{};  // WHERE of the query without rows that Incluir opens; none: the table itself
+  KeySet keys[kMostKeySets]{};       // tried in order; the first whose columns all have a value is taken
+  KeySet read_keys[kMostKeySets]{};  // tried behind them by Consultar alone
+  KeySet remove_keys{};              // of Excluir, where they are others
+  KeySet sequence{};                 // columns that nomeCamposSequencial gives
+  std::string_view empty_query{};    // WHERE of the query without rows that Incluir opens; none: the table itself
   struct {
     std::string_view key{}, display{}, order{};
   } list{};  // of CarregarComboBox
@@ -158,6 +161,7 @@ class EntityBase {
   };
 
   void require_settings() const;
+  Names first_given(std::span<const KeySet> sets);
   [[noreturn]] void leave_with(const Erro& failure) const;
   [[noreturn]] void raise_and_reset(std::int32_t number, std::string_view behind, bool reset);
   Recordset open_record(Purpose purpose, bool reset);

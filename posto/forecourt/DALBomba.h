@@ -6,12 +6,12 @@
 
 namespace posto {
 
-inline constexpr Description kBomba{
-    .class_name = "DALBomba",
-    .table = "Bomba",
-    .keys = {{"Cd_PessoaUsuaria", "Cd_Bomba"}, {"Cd_PessoaUsuaria", "De_EnderecoLogicoBico"}},
-    .empty_query = "Cd_PessoaUsuaria = 0 and Cd_Bomba = 0",
-    .list = {"Cd_Bomba", "Ds_Bomba", "Ds_Bomba"}};
+inline constexpr Description kBomba{.class_name = "DALBomba",
+                                    .table = "Bomba",
+                                    .keys = {{"Cd_PessoaUsuaria", "Cd_Bomba"}},
+                                    .read_keys = {{"Cd_PessoaUsuaria", "De_EnderecoLogicoBico"}},
+                                    .empty_query = "Cd_PessoaUsuaria = 0 and Cd_Bomba = 0",
+                                    .list = {"Cd_Bomba", "Ds_Bomba", "Ds_Bomba"}};
 
 // A nozzle is found by tenant and number, otherwise by tenant and logical address.
 //

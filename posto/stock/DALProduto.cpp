@@ -4,17 +4,6 @@
 #include "posto/core/sql_literals.h"
 
 namespace posto {
-namespace {
-
-constexpr std::string_view kPrimaryKey[] = {"Cd_PessoaUsuaria", "Cd_Produto"};
-
-}  // namespace
-
-Names DALProduto::key_for(Purpose purpose) {
-  if (purpose == Purpose::read) return Entity::key_for(purpose);
-  return has_values(kPrimaryKey) ? Names(kPrimaryKey) : Names();
-}
-
 VOProduto& DALProduto::Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro, bool Ic_ConsultaUltimoCusto) {
   consult(Ic_RestaurarDefaulSeNaoEcontrarRegistro, [&] {
     if (Ic_ConsultaUltimoCusto) ObVO->Vl_UltimoCusto = UltimoCusto();

@@ -8,7 +8,8 @@ namespace posto {
 
 inline constexpr Description kProduto{.class_name = "DALProduto",
                                       .table = "Produto",
-                                      .keys = {{"Cd_PessoaUsuaria", "Cd_Produto"}, {"Cd_CodBarras"}},
+                                      .keys = {{"Cd_PessoaUsuaria", "Cd_Produto"}},
+                                      .read_keys = {{"Cd_CodBarras"}},
                                       .sequence = {"Cd_Produto"},
                                       .empty_query = "Cd_PessoaUsuaria = 0 and Cd_Produto = 0",
                                       .list = {"Cd_Produto", "Nm_Produto", "Nm_Produto"}};
@@ -39,9 +40,6 @@ class DALProduto : public Entity<VOProduto, kProduto> {
   // SomaDeQt_Litros of other days' fuellings that were posted on a coupon of this day. A failure reports itself as
   // rsMargemContribuicao.
   Recordset rsSomaDeAbastecimentoDeOutraDataBaixadoNoDia(Date Dt_Termino);
-
- protected:
-  Names key_for(Purpose purpose) override;
 
  private:
   double UltimoCusto();

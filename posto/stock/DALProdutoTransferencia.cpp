@@ -4,12 +4,6 @@
 
 namespace posto {
 
-Names DALProdutoTransferencia::key_for(Purpose purpose) {
-  if (purpose == Purpose::read) return Entity::key_for(purpose);
-  Names primary = description().keys[0].names();
-  return has_values(primary) ? primary : Names();
-}
-
 bool DALProdutoTransferencia::Existe() {
   return routine("Existe", [&] {
     Names key = key_for(Purpose::read);

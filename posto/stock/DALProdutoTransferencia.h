@@ -9,9 +9,9 @@ namespace posto {
 inline constexpr Description kProdutoTransferencia{
     .class_name = "DALProdutoTransferencia",
     .table = "ProdutoTransferencia",
-    .keys = {{"Cd_PessoaUsuaria", "Cd_ProdutoBaixa", "Cd_ProdutoEntrada"},
-             {"Cd_PessoaUsuaria", "Cd_ProdutoEntrada", "Ic_TransferenciaAutomatica"},
-             {"Cd_PessoaUsuaria", "Cd_ProdutoEntrada"}},
+    .keys = {{"Cd_PessoaUsuaria", "Cd_ProdutoBaixa", "Cd_ProdutoEntrada"}},
+    .read_keys = {{"Cd_PessoaUsuaria", "Cd_ProdutoEntrada", "Ic_TransferenciaAutomatica"},
+                  {"Cd_PessoaUsuaria", "Cd_ProdutoEntrada"}},
     .empty_query = "Cd_PessoaUsuaria = 0 and Cd_ProdutoBaixa = 0 and Cd_ProdutoEntrada = 0"};
 
 // Standard operations (core/entity.h). Consultar and Existe find by both products; otherwise, where
@@ -27,9 +27,6 @@ class DALProdutoTransferencia : public Entity<VOProdutoTransferencia, kProdutoTr
   std::int32_t QuantidadeProdutoTransferencia();
   // No transfer of either product is an automatic one any more, whatever its company.
   void LimparTransferenciaAutomaticaProduto();
-
- protected:
-  Names key_for(Purpose purpose) override;
 };
 
 // One transfer between products. Its stock effect is two ledger movements of the caller's.
