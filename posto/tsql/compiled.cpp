@@ -51,7 +51,7 @@ const Table* row_by_row_table(const Select& select) {
 }
 
 CompiledBatch compile(std::string_view batch, const std::vector<Literal>& literals, const Catalogue& catalogue,
-                      StatementWriter write) {
+                      WriteStatement write) {
   CompiledBatch compiled;
   std::vector<std::size_t> pinned;
   std::vector<Statement> statements = parse(batch, literals, pinned);

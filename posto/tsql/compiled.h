@@ -68,11 +68,11 @@ struct CompiledBatch {
 };
 
 // Writes one bound statement in an engine's own SQL.
-using StatementWriter = CompiledStatement (*)(const Statement& statement);
+using WriteStatement = CompiledStatement (*)(const Statement& statement);
 
 // Parses, binds and writes a batch. Raises 0x80040E14.
 CompiledBatch compile(std::string_view batch, const std::vector<Literal>& literals, const Catalogue& catalogue,
-                      StatementWriter write);
+                      WriteStatement write);
 
 // The columns that a bound select gives.
 std::vector<OutputColumn> output_columns(const Select& select);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "posto/tsql/names.h"
 #include "posto/types/text.h"
 
 namespace posto::tsql {
@@ -24,7 +25,7 @@ std::string_view storage(SqlType type) {
 
 // What the column's values must keep to, and how a person reads it; empty for types without limits.
 std::pair<std::string, std::string> limit(const Column& column) {
-  const std::string name = sqlite_name(column.name);
+  const std::string name = quoted_name(column.name);
   auto range = [&](std::string_view low, std::string_view high) {
     return std::pair(fmt::format("{} BETWEEN {} AND {}", name, low, high), fmt::format("de {} a {}", low, high));
   };
@@ -46,7 +47,7 @@ std::pair<std::string, std::string> limit(const Column& column) {
 }
 
 std::string column_line(const Table& table, const Column& column) {
-  std::string line = fmt::format("{} {}", sqlite_name(column.name), storage(column.type));
+  std::string line = fmt::format("{} {}", quoted_name(column.name), storage(column.type));
   if (column.identity) return line + " PRIMARY KEY AUTOINCREMENT";
   if (column.type == SqlType::text) line += fmt::format(" COLLATE {}", kSqliteCollation);
   if (!column.nullable) line += " NOT NULL";
@@ -54,7 +55,7 @@ std::string column_line(const Table& table, const Column& column) {
   auto [check, shown] = limit(column);
   if (!check.empty()) {
     line += fmt::format(" CONSTRAINT {} CHECK ({})",
-                        sqlite_name(fmt::format("{}.{}: {}", table.name, column.name, shown)), check);
+                        quoted_name(fmt::format("{}.{}: {}", table.name, column.name, shown)), check);
   }
   return line;
 }
@@ -62,7 +63,7 @@ std::string column_line(const Table& table, const Column& column) {
 std::string key_columns(const Table& table) {
   std::string keys;
   for (const Column& column : table.columns) {
-    if (column.key) keys += (keys.empty() ? "" : ", ") + sqlite_name(column.name);
+    if (column.key) keys += (keys.empty() ? "" : ", ") + quoted_name(column.name);
   }
   return keys;
 }
@@ -71,7 +72,7 @@ std::string name_list(std::string_view columns) {
   std::string list;
   while (!columns.empty()) {
     std::size_t comma = columns.find(',');
-    list += (list.empty() ? "" : ", ") + sqlite_name(trim(columns.substr(0, comma)));
+    list += (list.empty() ? "" : ", ") + quoted_name(trim(columns.substr(0, comma)));
     columns = comma == std::string_view::npos ? std::string_view() : columns.substr(comma + 1);
   }
   return list;
@@ -79,22 +80,13 @@ std::string name_list(std::string_view columns) {
 
 }  // namespace
 
-std::string sqlite_name(std::string_view name) {
-  std::string quoted = "\"";
-  for (char c : name) {
-    quoted += c;
-    if (c == '"') quoted += c;
-  }
-  return quoted + '"';
-}
-
 std::string sqlite_create_table(const Table& table, bool temporary) {
   std::string lines;
   for (const Column& column : table.columns) lines += (lines.empty() ? "  " : ",\n  ") + column_line(table, column);
   bool generated = table.identity() != nullptr;
   if (table.has_key()) lines += fmt::format(",\n  {} ({})", generated ? "UNIQUE" : "PRIMARY KEY", key_columns(table));
   bool rowless = table.has_key() && !generated && !temporary;
-  return fmt::format("CREATE {}TABLE {} (\n{}\n) STRICT{}", temporary ? "TEMPORARY " : "", sqlite_name(table.name),
+  return fmt::format("CREATE {}TABLE {} (\n{}\n) STRICT{}", temporary ? "TEMPORARY " : "", quoted_name(table.name),
                      lines, rowless ? ", WITHOUT ROWID" : "");
 }
 
@@ -102,9 +94,9 @@ std::vector<std::string> sqlite_create_indexes(const Table& table) {
   std::vector<std::string> statements;
   for (const Index& index : table.indexes) {
     std::string name = fmt::format("{}_{}", table.name, statements.size() + 1);
-    std::string text = fmt::format("CREATE {}INDEX {} ON {} ({})", index.unique ? "UNIQUE " : "", sqlite_name(name),
-                                   sqlite_name(table.name), name_list(index.columns));
-    if (!index.only_where_zero.empty()) text += fmt::format(" WHERE {} = 0", sqlite_name(index.only_where_zero));
+    std::string text = fmt::format("CREATE {}INDEX {} ON {} ({})", index.unique ? "UNIQUE " : "", quoted_name(name),
+                                   quoted_name(table.name), name_list(index.columns));
+    if (!index.only_where_zero.empty()) text += fmt::format(" WHERE {} = 0", quoted_name(index.only_where_zero));
     statements.push_back(std::move(text));
   }
   return statements;

@@ -12,7 +12,6 @@ namespace posto::tsql {
 // The collation of text: blind to case and to trailing blanks.
 inline constexpr std::string_view kSqliteCollation = "posto";
 
-std::string sqlite_name(std::string_view name);  // in double quotes
 // STRICT; without a row number where the key is not generated. Every limit of a column is a constraint whose name tells
 // table, column and limit ("Bomba.De_Status: 20 caracteres").
 std::string sqlite_create_table(const Table& table, bool temporary = false);

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "posto/schema/table.h"
+#include "posto/tsql/names.h"
 #include "posto/tsql/sqlite_ddl.h"
 
 namespace posto::tsql {
@@ -79,11 +80,11 @@ std::string insert(const Table& table, const Column* changed = nullptr, const st
   std::string values;
   for (const Column& column : table.columns) {
     if (column.identity) continue;
-    columns += (columns.empty() ? "" : ", ") + sqlite_name(column.name);
+    columns += (columns.empty() ? "" : ", ") + quoted_name(column.name);
     values += (values.empty() ? "" : ", ") + (&column == changed ? instead : literal(column, false));
   }
-  if (columns.empty()) return "INSERT INTO " + sqlite_name(table.name) + " DEFAULT VALUES";
-  return "INSERT INTO " + sqlite_name(table.name) + " (" + columns + ") VALUES (" + values + ")";
+  if (columns.empty()) return "INSERT INTO " + quoted_name(table.name) + " DEFAULT VALUES";
+  return "INSERT INTO " + quoted_name(table.name) + " (" + columns + ") VALUES (" + values + ")";
 }
 
 // Whether no part of the key is generated.

@@ -1,4 +1,6 @@
-// Writes bound conditions and values in SQLite's SQL.
+// Writes bound conditions and values in the SQL that the engines have in common. What they say differently is a virtual
+// function; what a database lacks, or answers otherwise than the server, is a function of ours in it, by the same name
+// on every engine ("posto_divide_money").
 #pragma once
 
 #include <fmt/format.h>
@@ -10,33 +12,48 @@
 #include <vector>
 
 #include "posto/tsql/compiled.h"
-#include "posto/tsql/sqlite_ddl.h"
+#include "posto/tsql/names.h"
+#include "posto/tsql/types.h"
 
 namespace posto::tsql {
 
 inline bool is_text_column(const Expr& e) { return e.kind == ExprKind::column && e.column->type == SqlType::text; }
 
 // One half of the writer: expressions, and what they are written with. The other half writes selects and statements.
-class SqliteExpressionWriter {
+class ExpressionWriter {
  protected:
-  virtual ~SqliteExpressionWriter() = default;
+  virtual ~ExpressionWriter() = default;
   // `wanted`: the types that the columns become. `one_row`: a second row is a failure.
   virtual void select(const Select& s, const std::vector<Type>& wanted, bool one_row) = 0;
   // A select that is a value.
   virtual void single_value(const Select& s, const std::vector<Type>& wanted) = 0;
 
+  // --- what engines say differently ---
+
+  using Inner = std::function<void()>;
+  // The place of a parameter, counted from 1.
+  virtual void place(std::size_t number) = 0;
+  // Behind a value of text: makes it compare as the dialect compares texts.
+  virtual std::string_view collation() const = 0;
+  // An operand of a comparison of texts that is no column, literal or marker.
+  virtual void compared_text(const Inner& inner) { inner(); }
+  // A text of which every blank counts: an operand of "+" and the like.
+  virtual void whole_text(const Expr& e) { value_as(e, value_type(SqlType::text)); }
+  virtual void to_bit(const Inner& inner) = 0;
+  virtual void integer_to_money(const Inner& inner) = 0;
+  virtual void money_to_float(const Inner& inner) = 0;
+  virtual void integer_to_float(const Inner& inner) { inner(); }
+  virtual void single_to_double(const Inner& inner) { inner(); }
+  // The text of a value; width 0 leaves it as long as it is.
+  virtual void text_of(const Type& from, std::uint16_t width, bool padded, int style, const Inner& inner) = 0;
+  // The average of whole units of a type, cut there as the server does.
+  virtual void exact_average(const Expr& e) = 0;
+
   template <class... Args>
   void put(fmt::format_string<Args...> format, Args&&... args) {
     fmt::format_to(std::back_inserter(out_), format, std::forward<Args>(args)...);
   }
-  void put_name(std::string_view name) { out_ += sqlite_name(name); }
-
-  void parameter(Parameter p) {
-    constexpr std::size_t kMostNumbered = 999;  // SQLite is slow with thousands of numbers
-    parameters_.push_back(p);
-    out_ += '?';
-    if (parameters_.size() <= kMostNumbered) put("{}", parameters_.size());
-  }
+  void put_name(std::string_view name) { out_ += quoted_name(name); }
 
   // Writes `items` with a separator between them.
   template <class Items, class Each>
@@ -49,11 +66,22 @@ class SqliteExpressionWriter {
     }
   }
 
-  void collate() { put(" COLLATE {}", kSqliteCollation); }
+  void parameter(const Parameter& p) {
+    parameters_.push_back(p);
+    place(parameters_.size());
+  }
+  void collate() { out_ += collation(); }
+  void wrapped(std::string_view before, const Inner& inner, std::string_view behind) {
+    out_ += before;
+    inner();
+    out_ += behind;
+  }
 
   void condition(const Expr& e);
   void value(const Expr& e);
   void value_as(const Expr& e, const Type& wanted, bool only_compared = false);
+
+  void aggregate(std::string_view name, const Expr& e, const Type& type);
 
   std::string out_;
   std::vector<Parameter> parameters_;
@@ -74,19 +102,17 @@ class SqliteExpressionWriter {
   void in_select(const Expr& e);
   void plain(const Expr& e);
   static bool is_sum(const Expr& e);
+  // An operand of an arithmetic operation, of "+" between texts.
+  void term(const Expr& e, const Type& type);
   // Terms of a sum without parentheses of their own, as far as they have its type.
   void sum_chain(const Expr& e);
   void arithmetic(const Expr& e);
   void case_when(const Expr& e);
   void cast(const Expr& e);
   void call(const Expr& e);
-  void aggregate(std::string_view name, const Expr& e, const Type& type);
-
   // Wraps what `inner` writes so that a value of type `from` becomes one of type `to`.
-  using Inner = std::function<void()>;
   void converted(const Type& from, const Type& to, const Inner& inner);
-  // The text of a value; width 0 leaves it as long as it is.
-  void text_of(const Type& from, std::uint16_t width, bool padded, int style, const Inner& inner);
+  void to_float(SqlType from, SqlType to, const Inner& inner);
 };
 
 }  // namespace posto::tsql

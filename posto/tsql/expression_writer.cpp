@@ -1,10 +1,10 @@
-#include "posto/tsql/sqlite_expression_writer.h"
+#include "posto/tsql/expression_writer.h"
 
 #include "posto/tsql/types.h"
 
 namespace posto::tsql {
 
-void SqliteExpressionWriter::condition(const Expr& e) {
+void ExpressionWriter::condition(const Expr& e) {
   switch (e.kind) {
     case ExprKind::logic:
       out_ += '(';
@@ -46,7 +46,7 @@ void SqliteExpressionWriter::condition(const Expr& e) {
   }
 }
 
-void SqliteExpressionWriter::chain(const Expr& e) {
+void ExpressionWriter::chain(const Expr& e) {
   const Expr& left = *e.args[0];
   bool goes_on = left.kind == ExprKind::logic && left.op == e.op;
   goes_on ? chain(left) : condition(left);
@@ -54,14 +54,18 @@ void SqliteExpressionWriter::chain(const Expr& e) {
   condition(*e.args[1]);
 }
 
-void SqliteExpressionWriter::compared(const Expr& e, const Type& type) { value_as(e, type, true); }
+void ExpressionWriter::compared(const Expr& e, const Type& type) {
+  const bool computed = e.kind != ExprKind::column && e.kind != ExprKind::literal && e.kind != ExprKind::marker;
+  auto operand = [&] { value_as(e, type, true); };
+  type.base == SqlType::text&& computed ? compared_text(operand) : operand();
+}
 
-void SqliteExpressionWriter::deciding(const Expr& e, const Type& type, bool other_is_column) {
+void ExpressionWriter::deciding(const Expr& e, const Type& type, bool other_is_column) {
   compared(e, type);
   if (type.base == SqlType::text && !is_text_column(e) && !other_is_column) collate();
 }
 
-void SqliteExpressionWriter::compare(const Expr& e) {
+void ExpressionWriter::compare(const Expr& e) {
   static constexpr std::string_view kSymbols[] = {" = ", " <> ", " < ", " <= ", " > ", " >= "};
   const Expr &left = *e.args[0], &right = *e.args[1];
   if (right.pinned && (e.op == Op::equal || e.op == Op::not_equal)) return compare_bit(left, *right.pinned, e.op);
@@ -74,18 +78,18 @@ void SqliteExpressionWriter::compare(const Expr& e) {
   out_ += ')';
 }
 
-void SqliteExpressionWriter::compare_bit(const Expr& bit, std::int64_t number, Op op) {
+void ExpressionWriter::compare_bit(const Expr& bit, std::int64_t number, Op op) {
   bool is_bit = number == 0 || number == 1;
   out_ += '(';
   value(bit);
   if (!is_bit) {
-    out_ += op == Op::equal ? " <> 0 AND 0)" : " IS NOT NULL)";
+    out_ += op == Op::equal ? " <> 0 AND 1 = 0)" : " IS NOT NULL)";
   } else {
     put(" = {})", op == Op::equal ? number : 1 - number);
   }
 }
 
-Type SqliteExpressionWriter::type_of_all(const Expr& e) {
+Type ExpressionWriter::type_of_all(const Expr& e) {
   Type type{};
   for (std::size_t i = 1; i < e.args.size(); ++i) {
     type = common_type(type, comparison_type(*e.args[0], *e.args[i]));
@@ -93,7 +97,7 @@ Type SqliteExpressionWriter::type_of_all(const Expr& e) {
   return type;
 }
 
-void SqliteExpressionWriter::between(const Expr& e) {
+void ExpressionWriter::between(const Expr& e) {
   Type type = type_of_all(e);
   out_ += '(';
   deciding(*e.args[0], type, false);
@@ -104,7 +108,7 @@ void SqliteExpressionWriter::between(const Expr& e) {
   out_ += ')';
 }
 
-void SqliteExpressionWriter::in_list(const Expr& e) {
+void ExpressionWriter::in_list(const Expr& e) {
   Type type = type_of_all(e);
   out_ += '(';
   deciding(*e.args[0], type, false);
@@ -116,7 +120,7 @@ void SqliteExpressionWriter::in_list(const Expr& e) {
   out_ += "))";
 }
 
-void SqliteExpressionWriter::in_select(const Expr& e) {
+void ExpressionWriter::in_select(const Expr& e) {
   Type type = common_type(e.args[0]->type, e.select->types.front());
   out_ += '(';
   deciding(*e.args[0], type, false);
@@ -125,9 +129,9 @@ void SqliteExpressionWriter::in_select(const Expr& e) {
   out_ += "))";
 }
 
-void SqliteExpressionWriter::value(const Expr& e) { value_as(e, e.type); }
+void ExpressionWriter::value(const Expr& e) { value_as(e, e.type); }
 
-void SqliteExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_compared) {
+void ExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_compared) {
   switch (e.kind) {
     case ExprKind::null:
       out_ += "NULL";
@@ -150,12 +154,17 @@ void SqliteExpressionWriter::value_as(const Expr& e, const Type& wanted, bool on
   converted(e.type, wanted, [&] { plain(e); });
 }
 
-void SqliteExpressionWriter::converted(const Type& from, const Type& to, const Inner& inner) {
-  auto call = [&](std::string_view function) {
-    put("{}(", function);
-    inner();
-    out_ += ')';
+void ExpressionWriter::to_float(SqlType from, SqlType to, const Inner& inner) {
+  auto as_double = [&] {
+    if (from == SqlType::money) return money_to_float(inner);
+    from == SqlType::float32 ? single_to_double(inner) : integer_to_float(inner);
   };
+  if (to == SqlType::float64) return as_double();
+  from == SqlType::float64 ? wrapped("posto_real32(", inner, ")") : wrapped("posto_real32(", as_double, ")");
+}
+
+void ExpressionWriter::converted(const Type& from, const Type& to, const Inner& inner) {
+  auto call = [&](std::string_view function) { wrapped(std::string(function) + "(", inner, ")"); };
   if (from.base == to.base) return inner();
   if (from.base == SqlType::text) {
     static constexpr std::string_view kParsers[] = {"posto_text_bit",   "posto_text_int",    "posto_text_int",
@@ -165,35 +174,17 @@ void SqliteExpressionWriter::converted(const Type& from, const Type& to, const I
   }
   switch (to.base) {
     case SqlType::bit:
-      out_ += '(';
-      inner();
-      out_ += " <> 0)";
-      return;
+      return to_bit(inner);
     case SqlType::byte:
     case SqlType::int16:
     case SqlType::int32:
       if (is_integer(from.base)) return inner();
       return call(from.base == SqlType::money ? "posto_money_int" : "posto_real_int");
     case SqlType::money:
-      if (is_float(from.base)) return call("posto_real_money");
-      out_ += '(';
-      inner();
-      out_ += " * 10000)";
-      return;
+      return is_float(from.base) ? call("posto_real_money") : integer_to_money(inner);
     case SqlType::float32:
-    case SqlType::float64: {
-      bool narrow = to.base == SqlType::float32 && from.base != SqlType::float32;
-      if (narrow) out_ += "posto_real32(";
-      if (from.base == SqlType::money) {
-        out_ += '(';
-        inner();
-        out_ += " / 10000.0)";
-      } else {
-        inner();
-      }
-      if (narrow) out_ += ')';
-      return;
-    }
+    case SqlType::float64:
+      return to_float(from.base, to.base, inner);
     case SqlType::date:
       return call("posto_int_date");
     case SqlType::text:
@@ -201,14 +192,7 @@ void SqliteExpressionWriter::converted(const Type& from, const Type& to, const I
   }
 }
 
-void SqliteExpressionWriter::text_of(const Type& from, std::uint16_t width, bool padded, int style,
-                                     const Inner& inner) {
-  out_ += "posto_text(";
-  inner();
-  put(", {}, {}, {}, {})", static_cast<int>(from.base), width, padded ? 1 : 0, style);
-}
-
-void SqliteExpressionWriter::plain(const Expr& e) {
+void ExpressionWriter::plain(const Expr& e) {
   switch (e.kind) {
     case ExprKind::column:
       put_name(e.source->written);
@@ -242,26 +226,30 @@ void SqliteExpressionWriter::plain(const Expr& e) {
   }
 }
 
-bool SqliteExpressionWriter::is_sum(const Expr& e) {
+bool ExpressionWriter::is_sum(const Expr& e) {
   return e.kind == ExprKind::arithmetic && (e.op == Op::add || e.op == Op::subtract);
 }
 
-void SqliteExpressionWriter::sum_chain(const Expr& e) {
-  const Expr& left = *e.args[0];
-  is_sum(left) && left.type.base == e.type.base ? sum_chain(left) : value_as(left, e.type);
-  out_ += e.type.base == SqlType::text ? " || " : e.op == Op::add ? " + " : " - ";
-  value_as(*e.args[1], e.type);
+void ExpressionWriter::term(const Expr& e, const Type& type) {
+  type.base == SqlType::text ? whole_text(e) : value_as(e, type);
 }
 
-void SqliteExpressionWriter::arithmetic(const Expr& e) {
+void ExpressionWriter::sum_chain(const Expr& e) {
+  const Expr& left = *e.args[0];
+  is_sum(left) && left.type.base == e.type.base ? sum_chain(left) : term(left, e.type);
+  out_ += e.type.base == SqlType::text ? " || " : e.op == Op::add ? " + " : " - ";
+  term(*e.args[1], e.type);
+}
+
+void ExpressionWriter::arithmetic(const Expr& e) {
   const Expr &a = *e.args[0], &b = *e.args[1];
   SqlType type = e.type.base;
   auto infix = [&](std::string_view op, const Type& left, const Type& right) {
     out_ += '(';
     bool goes_on = is_sum(e) && is_sum(a) && a.type.base == type && type != SqlType::float32;
-    goes_on ? sum_chain(a) : value_as(a, left);
+    goes_on ? sum_chain(a) : term(a, left);
     out_ += op;
-    value_as(b, right);
+    term(b, right);
     out_ += ')';
   };
   auto function = [&](std::string_view name, const Type& left, const Type& right) {
@@ -301,7 +289,7 @@ void SqliteExpressionWriter::arithmetic(const Expr& e) {
   if (type == SqlType::float32) out_ += ')';
 }
 
-void SqliteExpressionWriter::case_when(const Expr& e) {
+void ExpressionWriter::case_when(const Expr& e) {
   out_ += "CASE";
   for (std::size_t i = 0; i + 1 < e.args.size(); i += 2) {
     out_ += " WHEN ";
@@ -314,11 +302,11 @@ void SqliteExpressionWriter::case_when(const Expr& e) {
   out_ += " END";
 }
 
-void SqliteExpressionWriter::cast(const Expr& e) {
+void ExpressionWriter::cast(const Expr& e) {
   const Expr& inner = *e.args[0];
   if (e.target.base == SqlType::text) {
     const Type from = inner.type.known ? inner.type : value_type(SqlType::text);
-    return text_of(from, e.target.width, e.padded, e.style, [&] { value_as(inner, from); });
+    return text_of(from, e.target.width, e.padded, e.style, [&] { term(inner, from); });
   }
   bool narrows = is_integer(e.target.base) && e.target.base != SqlType::bit;
   if (narrows) out_ += "posto_fit(";
@@ -326,7 +314,7 @@ void SqliteExpressionWriter::cast(const Expr& e) {
   if (narrows) put(", {})", static_cast<int>(e.target.base));
 }
 
-void SqliteExpressionWriter::call(const Expr& e) {
+void ExpressionWriter::call(const Expr& e) {
   const Type& first = e.args.empty() ? e.type : e.args[0]->type;
   switch (e.function) {
     case Function::round: {
@@ -339,7 +327,7 @@ void SqliteExpressionWriter::call(const Expr& e) {
       return;
     }
     case Function::is_null:
-      out_ += "ifnull(";
+      out_ += "coalesce(";
       value_as(*e.args[0], e.type);
       out_ += ", ";
       if (e.type.base == SqlType::text && e.type.width > 0) {  // as wide as the first is
@@ -351,7 +339,7 @@ void SqliteExpressionWriter::call(const Expr& e) {
       return;
     case Function::substring:
       out_ += "posto_substring(";
-      value_as(*e.args[0], value_type(SqlType::text));
+      whole_text(*e.args[0]);
       for (std::size_t i = 1; i < 3; ++i) {
         out_ += ", ";
         value_as(*e.args[i], value_type(SqlType::int32));
@@ -367,15 +355,9 @@ void SqliteExpressionWriter::call(const Expr& e) {
       out_ += "count(*)";
       return;
     case Function::avg:
-      if (!is_float(e.type.base)) {  // whole units of the type, as the server gives them
-        aggregate("(sum", e, e.type);
-        aggregate(" / count", e, e.type);
-        out_ += ')';
-        return;
-      }
-      return aggregate("avg", e, e.type);
+      return is_float(e.type.base) ? aggregate("avg", e, e.type) : exact_average(e);
     case Function::sum:
-      return aggregate("sum", e, is_float(first.base) ? first : e.type);
+      return aggregate("sum", e, is_float(first.base) ? value_type(SqlType::float64) : e.type);
     case Function::min:
       return aggregate("min", e, first);
     case Function::max:
@@ -385,7 +367,7 @@ void SqliteExpressionWriter::call(const Expr& e) {
   }
 }
 
-void SqliteExpressionWriter::aggregate(std::string_view name, const Expr& e, const Type& type) {
+void ExpressionWriter::aggregate(std::string_view name, const Expr& e, const Type& type) {
   put("{}({}", name, e.distinct ? "DISTINCT " : "");
   value_as(*e.args[0], type);
   if (type.base == SqlType::text && !is_text_column(*e.args[0])) collate();
