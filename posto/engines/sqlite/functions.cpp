@@ -266,11 +266,4 @@ void register_functions(sqlite3* database, Session& session) {
                               nullptr);
 }
 
-const Table* Session::find_table(std::string_view name) const {
-  for (const auto& temporary : temporary_tables) {
-    if (equal_names(temporary->table().name, name)) return &temporary->table();
-  }
-  return posto::find_table(name);
-}
-
 }  // namespace posto::sqlite

@@ -5,13 +5,14 @@
 #include <optional>
 #include <utility>
 
-#include "posto/engines/sqlite/buffered_rows.h"
+#include "posto/engines/buffered_rows.h"
 #include "posto/engines/sqlite/cursors.h"
 #include "posto/engines/sqlite/failures.h"
 #include "posto/engines/sqlite/functions.h"
 #include "posto/services/clock.h"
 #include "posto/tsql/bound_value.h"
 #include "posto/tsql/sqlite_ddl.h"
+#include "posto/tsql/sqlite_writer.h"
 
 namespace posto::sqlite {
 namespace {
@@ -44,7 +45,8 @@ std::int64_t single_integer(sqlite3* database, const char* sql) {
 
 }  // namespace
 
-SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds, bool create) : cache_(session_) {
+SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds, bool create)
+    : cache_([this](std::string_view batch, const tsql::Shape& shape) { return compile(batch, shape); }) {
   int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
   int code = sqlite3_open_v2(path.c_str(), &database_, flags, nullptr);
   auto refuse = [&](const std::string& why) {
@@ -57,7 +59,6 @@ SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds
   std::int64_t id = single_integer(database_, "PRAGMA application_id");
   if (id == -1) refuse(sqlite3_errmsg(database_));
   if (!create && id != kApplicationId) refuse("o arquivo não é um banco do posto");
-  cache_.use(database_);
   register_functions(database_, session_);
   sqlite3_progress_handler(database_, 10'000, still_in_time, &session_);
   try {
@@ -105,7 +106,7 @@ void SqliteEngine::create_schema() {
 // come in between.
 class SqliteEngine::RunningCursor final : public Cursor {
  public:
-  RunningCursor(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<KeptBatch> batch, KeptStatement& statement,
+  RunningCursor(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<Batch> batch, KeptStatement& statement,
                 sqlite3_stmt* prepared, std::string_view text)
       : engine_(std::move(engine)),
         batch_(std::move(batch)),
@@ -203,7 +204,7 @@ class SqliteEngine::RunningCursor final : public Cursor {
   }
 
   std::shared_ptr<SqliteEngine> engine_;
-  std::shared_ptr<KeptBatch> batch_;
+  std::shared_ptr<Batch> batch_;
   KeptStatement& statement_;
   sqlite3_stmt* prepared_;  // null behind the last row
   std::string text_;
@@ -213,21 +214,17 @@ class SqliteEngine::RunningCursor final : public Cursor {
   std::unique_ptr<Rest> rest_;
 };
 
-namespace {
-
-// The text of one statement of a batch.
-std::string_view own_part(std::string_view batch, const tsql::CompiledStatement& statement,
-                          const std::vector<tsql::Literal>& literals) {
-  const std::size_t begin = statement.begin.offset(literals);
-  return batch.substr(begin, statement.end.offset(literals) - begin);
-}
-
-}  // namespace
-
 // --- running
 // ------------------------------------------------------------------------------------------------------------
 
-std::shared_ptr<KeptBatch> SqliteEngine::compiled(std::string_view batch) {
+std::shared_ptr<SqliteEngine::Batch> SqliteEngine::compile(std::string_view batch, const tsql::Shape& shape) {
+  return compile_batch<KeptStatement>(batch, shape, session_, tsql::write_sqlite,
+                                      [this](tsql::CompiledStatement statement, const TemporaryTables& temporary) {
+                                        return KeptStatement(std::move(statement), temporary, database_);
+                                      });
+}
+
+std::shared_ptr<SqliteEngine::Batch> SqliteEngine::compiled(std::string_view batch) {
   shape_.read(batch);
   try {
     return cache_.find(batch, shape_);
@@ -238,7 +235,7 @@ std::shared_ptr<KeptBatch> SqliteEngine::compiled(std::string_view batch) {
 
 Outcome SqliteEngine::execute(std::string_view batch) { return run(compiled(batch), batch, {}); }
 
-Outcome SqliteEngine::run(const std::shared_ptr<KeptBatch>& batch, std::string_view text,
+Outcome SqliteEngine::run(const std::shared_ptr<Batch>& batch, std::string_view text,
                           std::span<const Variant* const> markers) {
   Outcome outcome;
   auto& statements = batch->statements;
@@ -278,7 +275,7 @@ void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& s
         bind_date(clock_now(), value);
         break;
       case tsql::Parameter::From::last_identity:
-        bind_variant(last_identity(), p, session_.date_order, value);
+        bind_variant(session_.identity(), p, session_.date_order, value);
         break;
     }
     switch (value.kind) {
@@ -393,7 +390,7 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
   return rows;
 }
 
-std::unique_ptr<Cursor> SqliteEngine::start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement,
+std::unique_ptr<Cursor> SqliteEngine::start(const std::shared_ptr<Batch>& batch, KeptStatement& statement,
                                             std::string_view text, std::span<const Variant* const> markers) {
   Lease lease(statement);
   if (lease.get() == nullptr) fail(text);
@@ -407,7 +404,7 @@ std::unique_ptr<Cursor> SqliteEngine::start(const std::shared_ptr<KeptBatch>& ba
 
 class SqliteEngine::Prepared final : public PreparedStatement {
  public:
-  Prepared(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<KeptBatch> batch, std::string_view text)
+  Prepared(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<Batch> batch, std::string_view text)
       : engine_(std::move(engine)), batch_(std::move(batch)), text_(text) {
     literals_.read(text_);
   }
@@ -422,7 +419,7 @@ class SqliteEngine::Prepared final : public PreparedStatement {
 
  private:
   std::shared_ptr<SqliteEngine> engine_;
-  std::shared_ptr<KeptBatch> batch_;
+  std::shared_ptr<Batch> batch_;
   std::string text_;
   tsql::Shape literals_;
 };
@@ -450,11 +447,6 @@ std::string SqliteEngine::explain(std::string_view statement) {
   return plan;
 }
 
-Variant SqliteEngine::last_identity() const {
-  if (!session_.last_identity) return Null{};
-  return static_cast<std::int32_t>(*session_.last_identity);
-}
-
 void SqliteEngine::set_command_timeout(std::int32_t seconds) {
   if (seconds == session_.command_timeout) return;
   session_.command_timeout = seconds;
@@ -467,7 +459,7 @@ void SqliteEngine::set_command_timeout(std::int32_t seconds) {
 void SqliteEngine::begin() {
   if (in_transaction()) throw Erro(erro::kTransactionOpen, "SQLite", "Já há uma transação aberta");
   run_own("BEGIN IMMEDIATE");
-  tables_at_begin_ = session_.temporary_tables.size();
+  session_.transaction_begins();
 }
 
 void SqliteEngine::require_transaction() const {
@@ -477,7 +469,7 @@ void SqliteEngine::require_transaction() const {
 void SqliteEngine::commit() {
   require_transaction();
   run_own("COMMIT");
-  tables_at_begin_.reset();
+  session_.transaction_committed();
 }
 
 void SqliteEngine::rollback() {
@@ -496,11 +488,7 @@ void SqliteEngine::fail(std::string_view statement) {
 }
 
 void SqliteEngine::forget_rolled_back_tables() {
-  if (!tables_at_begin_) return;
-  std::size_t stood_before = *std::exchange(tables_at_begin_, std::nullopt);
-  if (session_.temporary_tables.size() == stood_before) return;
-  session_.temporary_tables.resize(stood_before);
-  cache_.clear();
+  if (session_.transaction_rolled_back()) cache_.clear();
 }
 
 }  // namespace posto::sqlite

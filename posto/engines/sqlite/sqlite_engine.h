@@ -5,12 +5,12 @@
 
 #include <array>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "posto/engines/engine.h"
-#include "posto/engines/sqlite/statement_cache.h"
+#include "posto/engines/sqlite/kept_statement.h"
+#include "posto/engines/sqlite/session.h"
 
 namespace posto::sqlite {
 
@@ -27,7 +27,7 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
   Outcome execute(std::string_view batch) override;
   std::shared_ptr<PreparedStatement> prepare(std::string_view statement) override;
   std::string explain(std::string_view statement) override;
-  Variant last_identity() const override;
+  Variant last_identity() const override { return session_.identity(); }
   void begin() override;
   void commit() override;
   void rollback() override;
@@ -37,13 +37,15 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
   void create_schema() override;
 
  private:
+  using Batch = KeptBatch<KeptStatement>;
   class RunningCursor;
   class Prepared;
 
-  std::shared_ptr<KeptBatch> compiled(std::string_view batch);
-  Outcome run(const std::shared_ptr<KeptBatch>& batch, std::string_view text, std::span<const Variant* const> markers);
-  std::unique_ptr<Cursor> start(const std::shared_ptr<KeptBatch>& batch, KeptStatement& statement,
-                                std::string_view text, std::span<const Variant* const> markers);
+  std::shared_ptr<Batch> compile(std::string_view batch, const tsql::Shape& shape);
+  std::shared_ptr<Batch> compiled(std::string_view batch);
+  Outcome run(const std::shared_ptr<Batch>& batch, std::string_view text, std::span<const Variant* const> markers);
+  std::unique_ptr<Cursor> start(const std::shared_ptr<Batch>& batch, KeptStatement& statement, std::string_view text,
+                                std::span<const Variant* const> markers);
   std::int64_t run_writing(KeptStatement& statement, std::string_view text, std::span<const Variant* const> markers);
   // `at_once`: the statement is over before the texts of the batch and of the markers go.
   void bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::span<const Variant* const> markers,
@@ -56,9 +58,8 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
 
   sqlite3* database_ = nullptr;
   Session session_;
-  StatementCache cache_;
-  tsql::Shape shape_;                           // of the text under way; keeps its memory
-  std::optional<std::size_t> tables_at_begin_;  // temporary tables that stood when the transaction began
+  StatementCache<KeptStatement> cache_;
+  tsql::Shape shape_;  // of the text under way; keeps its memory
   std::vector<RunningCursor*> running_;
   std::string spare_text_;                        // memory for the text of the next cursor
   std::vector<std::array<char, 24>> date_texts_;  // dates of the statement under way, by their place

@@ -9,7 +9,7 @@
 
 #include "posto/engines/engine.h"
 
-namespace posto::sqlite {
+namespace posto {
 
 class BufferedRows {
  public:
@@ -36,4 +36,4 @@ class BufferedRows {
   std::size_t at_ = 0;
 };
 
-}  // namespace posto::sqlite
+}  // namespace posto
