@@ -12,8 +12,7 @@ namespace {
 using namespace posto;
 
 std::shared_ptr<Engine> filled_database() {
-  auto engine = open_engine(":memory:", 1, true);
-  engine->create_schema();
+  auto engine = create_database(":memory:", 1);
   engine->set_command_timeout(1);
   engine->execute(
       "INSERT INTO Bomba (Cd_PessoaUsuaria, Cd_Bomba, De_EnderecoLogicoBico, Tx_Desconto) Values (1, 1, 'A1', 0.5) "

@@ -1,7 +1,5 @@
 #include "posto/ado/connection.h"
 
-#include <filesystem>
-
 #include "posto/ado/recordset.h"
 #include "posto/types/erro.h"
 
@@ -17,24 +15,9 @@ void Connection::Open(std::string_view connection_string) {
   Use(open_engine(connection_string, ConnectionTimeout));
 }
 
-// The database is made under another name, so that a file that bears its name is always whole.
 void Connection::Create(std::string_view connection_string) {
-  namespace fs = std::filesystem;
   if (engine_) throw Erro(erro::kObjectOpen, kSource, "A conexão já está aberta");
-  const std::string file = std::string(database_file(connection_string));
-  if (file == ":memory:") {
-    Use(open_engine(file, ConnectionTimeout, true));
-    return engine_->create_schema();
-  }
-  if (fs::exists(file)) throw Erro(erro::kProviderFailure, kSource, "O banco " + file + " já existe");
-  const std::string unfinished = file + ".criando";
-  for (const char* part : {"", "-wal", "-shm"}) fs::remove(unfinished + part);
-  open_engine(unfinished, ConnectionTimeout, true)->create_schema();
-  std::error_code failed;
-  fs::rename(unfinished, file, failed);
-  if (failed)
-    throw Erro(erro::kProviderFailure, kSource, "Não foi possível criar o banco " + file + ": " + failed.message());
-  Open(connection_string);
+  Use(create_database(connection_string, ConnectionTimeout));
 }
 
 void Connection::Use(std::shared_ptr<Engine> engine) {

@@ -140,11 +140,11 @@ class Engine {
   virtual void create_schema() = 0;
 };
 
-// Opens the database that a connection string names: "sqlite:FILE" or a plain path. Seconds: how long to wait for a
-// database that another process holds. The file must exist unless `create` is set. Raises 0x80004005.
-std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds,
-                                    bool create = false);
-// The file that a connection string names.
-std::string_view database_file(std::string_view connection_string);
+// Opens the database that a connection string names: "sqlite:FILE" or a plain path, "postgresql://user@host/database".
+// Seconds: how long to wait for a server, or for a file that another process holds. Raises 0x80004005.
+std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds);
+// Makes a new database with all tables: a file that does not exist, or the tables in an empty database of a server.
+// Raises 0x80004005, and leaves what stood there as it was.
+std::shared_ptr<Engine> create_database(std::string_view connection_string, std::int32_t timeout_seconds);
 
 }  // namespace posto

@@ -97,6 +97,7 @@ struct Expr {
   const Source* source = nullptr;
   const Column* column = nullptr;
   std::optional<std::int64_t> pinned;  // a literal whose value is part of the compiled form
+  mutable std::size_t same_as = 0;     // of a literal: the position, from 1, of one that always has the same value
 };
 
 enum class JoinKind : std::uint8_t { inner, left, right, full, cross };

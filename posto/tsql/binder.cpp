@@ -520,7 +520,10 @@ bool Binder::same(const Expr& a, const Expr& b) {
       return a.source == b.source && a.column == b.column;
     case ExprKind::literal:
       pinned_.insert(pinned_.end(), {a.ordinal, b.ordinal});
-      return a.inverted == b.inverted && literals_[a.ordinal].raw == literals_[b.ordinal].raw;
+      if (a.inverted != b.inverted || literals_[a.ordinal].raw != literals_[b.ordinal].raw) return false;
+      if (a.same_as == 0) a.same_as = b.same_as > 0 ? b.same_as : b.ordinal + 1;
+      b.same_as = a.same_as;
+      return true;
     case ExprKind::marker:
       return false;
     default:

@@ -1,5 +1,7 @@
 #include "posto/tsql/expression_writer.h"
 
+#include <algorithm>
+
 #include "posto/tsql/types.h"
 
 namespace posto::tsql {
@@ -36,9 +38,9 @@ void ExpressionWriter::condition(const Expr& e) {
       return;
     case ExprKind::like:
       out_ += e.inverted ? "(NOT posto_like(" : "posto_like(";
-      value_as(*e.args[0], value_type(SqlType::text));
+      whole_text(*e.args[0]);
       out_ += ", ";
-      value_as(*e.args[1], value_type(SqlType::text));
+      whole_text(*e.args[1]);
       out_ += e.inverted ? "))" : ")";
       return;
     default:
@@ -140,7 +142,7 @@ void ExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_com
       if (e.pinned && is_integer(wanted.base)) {
         put("{}", *e.pinned);
       } else {
-        parameter({.ordinal = e.ordinal, .negative = e.inverted, .compared = only_compared, .type = wanted.base});
+        literal(e, wanted.base, only_compared);
       }
       return;
     case ExprKind::marker:
@@ -152,6 +154,17 @@ void ExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_com
   }
   if (!wanted.known || !e.type.known) return plain(e);
   converted(e.type, wanted, [&] { plain(e); });
+}
+
+// Expressions by which rows are grouped are the same to a database only when their parameters are.
+void ExpressionWriter::literal(const Expr& e, SqlType type, bool only_compared) {
+  const std::size_t ordinal = e.same_as > 0 ? e.same_as - 1 : e.ordinal;
+  auto known = std::find_if(parameters_.begin(), parameters_.end(), [&](const Parameter& p) {
+    return e.same_as > 0 && p.from == Parameter::From::literal && p.ordinal == ordinal && p.negative == e.inverted &&
+           p.compared == only_compared && p.type == type && p.column == nullptr;
+  });
+  if (known != parameters_.end()) return place(static_cast<std::size_t>(known - parameters_.begin()) + 1);
+  parameter({.ordinal = ordinal, .negative = e.inverted, .compared = only_compared, .type = type});
 }
 
 void ExpressionWriter::to_float(SqlType from, SqlType to, const Inner& inner) {
@@ -231,7 +244,8 @@ bool ExpressionWriter::is_sum(const Expr& e) {
 }
 
 void ExpressionWriter::term(const Expr& e, const Type& type) {
-  type.base == SqlType::text ? whole_text(e) : value_as(e, type);
+  if (type.base == SqlType::text) return whole_text(e);
+  is_integer(type.base) ? whole_number([&] { value_as(e, type); }) : value_as(e, type);
 }
 
 void ExpressionWriter::sum_chain(const Expr& e) {
@@ -280,10 +294,10 @@ void ExpressionWriter::arithmetic(const Expr& e) {
     default:
       if (is_float(type)) {
         function("posto_divide_real", e.type, e.type);
-      } else if (type == SqlType::money && !money_by_integer) {
-        function("posto_divide_money", e.type, e.type);
+      } else if (money_by_integer) {
+        function("posto_part_of_money", e.type, b.type);
       } else {
-        function("posto_divide_int", e.type, money_by_integer ? b.type : e.type);
+        function(type == SqlType::money ? "posto_divide_money" : "posto_divide_int", e.type, e.type);
       }
   }
   if (type == SqlType::float32) out_ += ')';

@@ -42,6 +42,8 @@ class ExpressionWriter {
   virtual void to_bit(const Inner& inner) = 0;
   virtual void integer_to_money(const Inner& inner) = 0;
   virtual void money_to_float(const Inner& inner) = 0;
+  // An operand of an operation on whole numbers, wide enough for its result.
+  virtual void whole_number(const Inner& inner) { inner(); }
   virtual void integer_to_float(const Inner& inner) { inner(); }
   virtual void single_to_double(const Inner& inner) { inner(); }
   // The text of a value; width 0 leaves it as long as it is.
@@ -70,6 +72,7 @@ class ExpressionWriter {
     parameters_.push_back(p);
     place(parameters_.size());
   }
+  void literal(const Expr& e, SqlType type, bool only_compared);
   void collate() { out_ += collation(); }
   void wrapped(std::string_view before, const Inner& inner, std::string_view behind) {
     out_ += before;

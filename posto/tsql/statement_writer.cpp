@@ -76,7 +76,7 @@ void StatementWriter::select(const Select& s, const std::vector<Type>& wanted, b
     bool wrapped = compound && core.top;
     if (wrapped) out_ += "SELECT * FROM (";
     this->core(core, wanted, core.distinct || s.unique || (ordered && outputs_compare()), one_row);
-    if (wrapped) put(" LIMIT {})", *core.top);
+    if (wrapped) put(" LIMIT {}) AS \"$part\"", *core.top);
   });
   order_by(s, wanted);
   if (!compound && s.parts.front().top) put(" LIMIT {}", *s.parts.front().top);
@@ -188,7 +188,7 @@ void StatementWriter::insert(const Statement& s) {
     list(s.values, ", ", [&](const ExprPtr& e) { assigned(*e, table, *s.target_columns[i++]); });
     out_ += ')';
   }
-  returning(table);
+  returning(s);
 }
 
 void StatementWriter::assigned(const Expr& e, const Table& table, const Column& column) {

@@ -23,7 +23,7 @@ class StatementWriter : protected ExpressionWriter {
   virtual std::string create_temporary(const Table& table) const = 0;
   virtual void update(const Statement& s);
   // Behind an INSERT: gives the generated key back.
-  virtual void returning(const Table&) {}
+  virtual void returning(const Statement&) {}
   void single_value(const Select& s, const std::vector<Type>& wanted) override { select(s, wanted, false); }
 
   void select(const Select& s, const std::vector<Type>& wanted, bool one_row) override;

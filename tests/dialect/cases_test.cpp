@@ -21,6 +21,7 @@
 #include "posto/engines/engine.h"
 #include "posto/services/clock.h"
 #include "posto/types/erro.h"
+#include "tests/support/test_database.h"
 
 namespace posto {
 namespace {
@@ -101,7 +102,6 @@ std::string types_of(const Cursor& cursor) {
 class Dialect : public ::testing::TestWithParam<std::string> {
  protected:
   Dialect() {
-    engine_->create_schema();
     engine_->set_observer([this](const StatementReport& report) { written_ = std::string(report.engine_text) + "\n"; });
   }
 
@@ -121,7 +121,7 @@ class Dialect : public ::testing::TestWithParam<std::string> {
       } else {
         expect("rows", "");
       }
-      expect("sqlite", written_);
+      expect(engine_->name() == "SQLite" ? "sqlite" : "postgresql", written_);
       EXPECT_EQ(error, c.expected.end()) << "nothing was raised";
     } catch (const Erro& e) {
       if (error == c.expected.end()) {
@@ -137,7 +137,8 @@ class Dialect : public ::testing::TestWithParam<std::string> {
   }
 
   ClockOverride clock_{Date::of_moment(2009, 4, 3, 14, 5, 6)};
-  std::shared_ptr<Engine> engine_ = open_engine(":memory:", 1, true);
+  testing::TestDatabase database_;
+  std::shared_ptr<Engine> engine_ = database_.open();
   std::string written_;  // what the database got last
 };
 

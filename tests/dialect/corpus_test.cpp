@@ -10,6 +10,7 @@
 
 #include "posto/engines/engine.h"
 #include "posto/types/erro.h"
+#include "tests/support/test_database.h"
 
 namespace posto {
 namespace {
@@ -34,9 +35,10 @@ void run_and_undo(Engine& engine, const std::string& batch) {
 
 class Corpus : public ::testing::Test {
  protected:
-  Corpus() { engine_->create_schema(); }
 
-  std::shared_ptr<Engine> engine_ = open_engine(":memory:", 1, true);
+
+  testing::TestDatabase database_;
+  std::shared_ptr<Engine> engine_ = database_.open();
 };
 
 TEST_F(Corpus, RunsOrIsRefusedAsOnTheServer) {

@@ -67,8 +67,7 @@ TEST(HostileText, IsRunOrRefusedSoon) {
       {"products of great numbers", "SELECT Substring('abc', 2147483647 * 2147483647, 2147483647 * 2147483647)", false},
       {"the least number divided", "SELECT ((-2147483647 - 1) * 2147483647 * 2) / -1"},
   };
-  auto engine = open_engine(":memory:", 1, true);
-  engine->create_schema();
+  auto engine = create_database(":memory:", 1);
   engine->execute("INSERT INTO Bomba (Cd_PessoaUsuaria, Cd_Bomba, De_EnderecoLogicoBico) Values (1, 1, 'A1')");
   for (const Hostile& c : cases) {
     SCOPED_TRACE(c.name);

@@ -11,6 +11,7 @@
 
 #include "posto/ado/recordset.h"
 #include "posto/core/sistema.h"
+#include "tests/support/test_database.h"
 
 namespace posto {
 
@@ -20,7 +21,7 @@ class DatabaseTest : public ::testing::Test {
 
   DatabaseTest() {
     settings_->ObConnection = Connection::create();
-    settings_->ObConnection->Create(":memory:");
+    settings_->ObConnection->Use(database_.open());
     settings_->ObVOEmpresaUsuaria->Cd_PessoaUsuaria = kTenant;
     settings_->on_routine = [this](bool entering, std::string_view routine) {
       routines_.push_back((entering ? "+" : "-") + std::string(routine));
@@ -57,6 +58,7 @@ class DatabaseTest : public ::testing::Test {
     return statements;
   }
 
+  testing::TestDatabase database_;
   std::shared_ptr<VOSistema> settings_ = std::make_shared<VOSistema>();
   std::vector<std::string>
       routines_;  // what the settings were told: "+" and the name for EntrarRotina, "-" for SairRotina

@@ -230,6 +230,7 @@ struct NamedFunction {
 
 constexpr NamedFunction kFunctions[] = {
     {"posto_divide_int", 2, adapt<divide_int>},
+    {"posto_part_of_money", 2, adapt<divide_int>},
     {"posto_divide_real", 2, adapt<divide_real>},
     {"posto_divide_money", 2, adapt<divide_money>},
     {"posto_multiply_money", 2, adapt<multiply_money>},

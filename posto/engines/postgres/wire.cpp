@@ -1,0 +1,282 @@
+#include "posto/engines/postgres/wire.h"
+
+#include <fmt/format.h>
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "posto/tsql/types.h"
+#include "posto/types/decimal.h"
+#include "posto/types/erro.h"
+
+namespace posto::postgres {
+namespace {
+
+enum Type : Oid {
+  kBool = 16,
+  kInt8 = 20,
+  kInt2 = 21,
+  kInt4 = 23,
+  kText = 25,
+  kFloat4 = 700,
+  kFloat8 = 701,
+  kBpchar = 1042,
+  kTimestamp = 1114,
+  kNumeric = 1700
+};
+constexpr int kBinary = 1;
+constexpr std::uint16_t kNegative = 0x4000;
+constexpr std::int64_t kBase = 10'000;  // of a numeric's digits, which are as wide as the decimals of money
+
+const Date kEpoch = Date::of_day(2000, 1, 1);
+
+std::uint64_t read_big_endian(const char* bytes, int count) {
+  std::uint64_t value = 0;
+  for (int i = 0; i < count; ++i) value = value << 8 | static_cast<unsigned char>(bytes[i]);
+  return value;
+}
+
+void append_big_endian(std::string& out, std::uint64_t value, int count) {
+  for (int shift = 8 * (count - 1); shift >= 0; shift -= 8) out += static_cast<char>(value >> shift & 0xFF);
+}
+
+[[noreturn]] void overflow() { throw Erro(erro::kDataOverflow, "PostgreSQL", "Estouro aritmético"); }
+[[noreturn]] void overflow(const ResultColumn& column) {
+  const std::string name = column.name.empty() ? "uma coluna sem nome" : column.name;
+  throw Erro(erro::kDataOverflow, "PostgreSQL", "Estouro aritmético em " + name);
+}
+
+// The least and greatest whole number of a column's type.
+std::pair<std::int64_t, std::int64_t> range_of(SqlType type) {
+  switch (type) {
+    case SqlType::bit:
+      return {0, 1};
+    case SqlType::byte:
+      return {0, 255};
+    case SqlType::int16:
+      return {std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()};
+    default:
+      return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
+  }
+}
+
+void require_room(const tsql::Parameter& p, std::int64_t value) {
+  const auto [low, high] = range_of(p.column != nullptr ? p.column->type : p.type);
+  if (value >= low && value <= high) return;
+  if (p.column == nullptr) overflow();
+  throw Erro(erro::kDataOverflow, "PostgreSQL",
+             fmt::format("O valor não cabe em {}.{} (de {} a {})", p.table->name, p.column->name, low, high));
+}
+
+}  // namespace
+
+Oid type_of(const tsql::Parameter& p) {
+  switch (p.type) {
+    case SqlType::money:
+      return kNumeric;
+    case SqlType::float32:
+      return kFloat4;
+    case SqlType::float64:
+      return kFloat8;
+    case SqlType::date:
+      return kTimestamp;
+    case SqlType::text:
+      return p.compared ? kBpchar : kText;
+    default:
+      return p.compared ? kInt8 : kInt4;
+  }
+}
+
+// --- sending
+// ------------------------------------------------------------------------------------------------------------
+
+void Values::clear() {
+  bytes_.clear();
+  types_.clear();
+  begins_.clear();
+  lengths_.clear();
+  formats_.clear();
+  usual_ = true;
+}
+
+void Values::begin(Oid type) {
+  types_.push_back(type);
+  begins_.push_back(bytes_.size());
+  formats_.push_back(kBinary);
+}
+
+void Values::integer(std::int64_t value, int bytes) {
+  append_big_endian(bytes_, static_cast<std::uint64_t>(value), bytes);
+}
+
+void Values::real(double value, bool single) {
+  if (single) {
+    append_big_endian(bytes_, std::bit_cast<std::uint32_t>(static_cast<float>(value)), 4);
+  } else {
+    append_big_endian(bytes_, std::bit_cast<std::uint64_t>(value), 8);
+  }
+}
+
+// Digits of base 10,000, the last of them behind the point.
+void Values::money(std::int64_t scaled) {
+  std::uint64_t rest = magnitude(scaled);
+  std::uint16_t digits[6];
+  int count = 0;
+  for (; rest != 0; rest /= kBase) digits[count++] = static_cast<std::uint16_t>(rest % kBase);
+  append_big_endian(bytes_, static_cast<std::uint64_t>(count), 2);
+  append_big_endian(bytes_, static_cast<std::uint64_t>(count - 2), 2);  // the weight of the first
+  append_big_endian(bytes_, scaled < 0 ? kNegative : 0, 2);
+  append_big_endian(bytes_, 4, 2);  // decimals shown
+  while (count > 0) append_big_endian(bytes_, digits[--count], 2);
+}
+
+void Values::add(const tsql::Parameter& p, const tsql::BoundValue& value) {
+  using Kind = tsql::BoundValue::Kind;
+  begin(type_of(p));
+  switch (value.kind) {
+    case Kind::null:
+      lengths_.push_back(-1);
+      return;
+    case Kind::integer:
+      if (p.type == SqlType::money) {
+        money(value.integer);
+      } else if (p.compared) {
+        integer(value.integer, 8);
+      } else {
+        require_room(p, value.integer);
+        integer(value.integer, 4);
+      }
+      break;
+    case Kind::real:
+      if (p.type == SqlType::money) {  // with more digits than money has
+        formats_.back() = 0;
+        fmt::format_to(std::back_inserter(bytes_), "{:.17g}", value.real / static_cast<double>(Currency::kScale));
+        bytes_ += '\0';
+      } else if (tsql::is_float(p.type)) {
+        real(value.real, p.type == SqlType::float32);
+      } else {
+        types_.back() = kFloat8;
+        usual_ = false;
+        real(value.real, false);
+      }
+      break;
+    case Kind::text:
+      if (p.type == SqlType::date) {
+        const auto moment = Date::parse_iso(value.text);
+        integer((moment.value_or(Date()).millis() - kEpoch.millis()) * 1000, 8);
+      } else {
+        bytes_ += value.text;
+      }
+  }
+  lengths_.push_back(static_cast<int>(bytes_.size() - begins_.back()));
+}
+
+const char* const* Values::values() {
+  pointers_.clear();
+  for (std::size_t i = 0; i < begins_.size(); ++i) {
+    pointers_.push_back(lengths_[i] < 0 ? nullptr : bytes_.data() + begins_[i]);
+  }
+  return pointers_.data();
+}
+
+// --- reading
+// ------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+// A numeric; digits behind the fourth decimal are rounded, halves away from zero.
+std::int64_t read_scaled(const char* bytes) {
+  const int count = static_cast<int>(read_big_endian(bytes, 2));
+  const int weight = static_cast<std::int16_t>(read_big_endian(bytes + 2, 2));
+  const auto sign = read_big_endian(bytes + 4, 2);
+  if (sign != 0 && sign != kNegative) overflow();  // no number
+  std::int64_t scaled = 0;
+  auto digit = [&](int i) { return i < count ? static_cast<std::int64_t>(read_big_endian(bytes + 8 + 2 * i, 2)) : 0; };
+  for (int i = 0; i <= weight + 1; ++i) {
+    if (__builtin_mul_overflow(scaled, kBase, &scaled) || __builtin_add_overflow(scaled, digit(i), &scaled)) overflow();
+  }
+  const int next = weight + 2;
+  if (next >= 0 && digit(next) >= kBase / 2) ++scaled;
+  return sign == kNegative ? -scaled : scaled;
+}
+
+struct Field {
+  Oid type;
+  const char* bytes;
+
+  double real() const {
+    switch (type) {
+      case kFloat4:
+        return std::bit_cast<float>(static_cast<std::uint32_t>(read_big_endian(bytes, 4)));
+      case kFloat8:
+        return std::bit_cast<double>(read_big_endian(bytes, 8));
+      case kNumeric:
+        return static_cast<double>(read_scaled(bytes)) / static_cast<double>(Currency::kScale);
+      default:
+        return static_cast<double>(integer());
+    }
+  }
+  std::int64_t integer() const {
+    switch (type) {
+      case kBool:
+        return bytes[0];
+      case kInt2:
+        return static_cast<std::int16_t>(read_big_endian(bytes, 2));
+      case kInt4:
+        return static_cast<std::int32_t>(read_big_endian(bytes, 4));
+      case kInt8:
+        return static_cast<std::int64_t>(read_big_endian(bytes, 8));
+      case kNumeric:
+        return read_scaled(bytes) / Currency::kScale;
+      default:
+        return static_cast<std::int64_t>(std::trunc(real()));
+    }
+  }
+  std::int64_t scaled() const {
+    if (type == kNumeric) return read_scaled(bytes);
+    std::int64_t value = 0;
+    if (__builtin_mul_overflow(integer(), Currency::kScale, &value)) overflow();
+    return value;
+  }
+  // Moments before the epoch are negative: rounded down, a millisecond is never more than it was.
+  std::int64_t millis() const {
+    const auto micros = static_cast<std::int64_t>(read_big_endian(bytes, 8));
+    return kEpoch.millis() + (micros >= 0 ? micros / 1000 : (micros - 999) / 1000);
+  }
+};
+
+}  // namespace
+
+void read_row(const PGresult* result, int row, const ResultShape& shape, std::span<Cell> cells) {
+  int i = 0;
+  for (const ResultColumn& column : shape.columns()) {
+    Cell& cell = cells[static_cast<std::size_t>(i)];
+    cell.null = PQgetisnull(result, row, i) != 0;
+    if (!cell.null) {
+      const Field field{PQftype(result, i), PQgetvalue(result, row, i)};
+      switch (column.type) {
+        case SqlType::float32:
+        case SqlType::float64:
+          cell.real = field.real();
+          break;
+        case SqlType::money:
+          cell.integer = field.scaled();
+          break;
+        case SqlType::date:
+          cell.integer = field.millis();
+          break;
+        case SqlType::text:
+          cell.text = {field.bytes, static_cast<std::size_t>(PQgetlength(result, row, i))};
+          break;
+        default:
+          cell.integer = field.integer();
+          if (cell.integer != static_cast<std::int32_t>(cell.integer)) overflow(column);
+      }
+    }
+    ++i;
+  }
+}
+
+}  // namespace posto::postgres
