@@ -97,6 +97,7 @@ struct Expr {
   const Source* source = nullptr;
   const Column* column = nullptr;
   std::optional<std::int64_t> pinned;  // a literal whose value is part of the compiled form
+  bool has_prefix = false;             // of Like: the pattern is a literal that begins with no wild card
   mutable std::size_t same_as = 0;     // of a literal: the position, from 1, of one that always has the same value
 };
 

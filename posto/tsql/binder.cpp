@@ -350,8 +350,15 @@ void Binder::any(Expr& e, Scope& scope) {
     case ExprKind::between:
     case ExprKind::in_list:
       return bind_compared(e, scope);
-    case ExprKind::is_null:
     case ExprKind::like:
+      for (auto& a : e.args) value(*a, scope);
+      e.type.predicate = true;
+      if (const Expr& pattern = *e.args[1]; pattern.kind == ExprKind::literal) {
+        e.has_prefix = literals_[pattern.ordinal].kind == LiteralKind::text;
+        pattern.same_as = pattern.ordinal + 1;  // it is written more than once
+      }
+      return;
+    case ExprKind::is_null:
       for (auto& a : e.args) value(*a, scope);
       e.type.predicate = true;
       return;

@@ -170,7 +170,7 @@ void bind_date(Date date, BoundValue& out) {
 }
 
 void bind_literal(const Literal& literal, const Parameter& p, const DateOrder& order, BoundValue& out) {
-  if (literal.kind == LiteralKind::text) {
+  if (is_text(literal.kind)) {
     if (literal.raw.find('\'') == std::string_view::npos) {
       text_as(literal.raw, p, order, out);
       out.lasts = p.type == SqlType::text;

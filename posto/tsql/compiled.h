@@ -23,6 +23,8 @@ struct Parameter {
   SqlType type = SqlType::int32;  // the form in which the database expects it
   const Table* table = nullptr;   // the column that it is written to, for messages
   const Column* column = nullptr;
+
+  bool operator==(const Parameter&) const = default;
 };
 
 struct OutputColumn {

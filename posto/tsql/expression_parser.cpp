@@ -241,6 +241,7 @@ ExprPtr ExpressionParser::literal_value() {
       e->type.base = SqlType::float64;
       break;
     case LiteralKind::text:
+    case LiteralKind::wild_text:
       e->type.base = SqlType::text;
       break;
   }

@@ -37,12 +37,7 @@ void ExpressionWriter::condition(const Expr& e) {
       out_ += e.inverted ? " IS NOT NULL)" : " IS NULL)";
       return;
     case ExprKind::like:
-      out_ += e.inverted ? "(NOT posto_like(" : "posto_like(";
-      whole_text(*e.args[0]);
-      out_ += ", ";
-      whole_text(*e.args[1]);
-      out_ += e.inverted ? "))" : ")";
-      return;
+      return like(e);
     default:
       return;  // the binder lets nothing else be a condition
   }
@@ -89,6 +84,31 @@ void ExpressionWriter::compare_bit(const Expr& bit, std::int64_t number, Op op) 
   } else {
     put(" = {})", op == Op::equal ? number : 1 - number);
   }
+}
+
+// What begins with a text lies between two others, which an index can tell.
+void ExpressionWriter::like(const Expr& e) {
+  const Expr &text = *e.args[0], &pattern = *e.args[1];
+  const bool between = e.has_prefix && !e.inverted && is_text_column(text);
+  auto bound = [&](std::string_view comparison, std::string_view function) {
+    value(text);
+    out_ += comparison;
+    compared_text([&] {
+      wrapped(
+          function, [&] { whole_text(pattern); }, ")");
+    });
+    out_ += " AND ";
+  };
+  out_ += between ? "(" : e.inverted ? "(NOT " : "";
+  if (between) {
+    bound(" >= ", "posto_like_from(");
+    bound(" <= ", "posto_like_to(");
+  }
+  out_ += "posto_like(";
+  whole_text(text);
+  out_ += ", ";
+  whole_text(pattern);
+  out_ += between || e.inverted ? "))" : ")";
 }
 
 Type ExpressionWriter::type_of_all(const Expr& e) {
@@ -158,13 +178,11 @@ void ExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_com
 
 // Expressions by which rows are grouped are the same to a database only when their parameters are.
 void ExpressionWriter::literal(const Expr& e, SqlType type, bool only_compared) {
-  const std::size_t ordinal = e.same_as > 0 ? e.same_as - 1 : e.ordinal;
-  auto known = std::find_if(parameters_.begin(), parameters_.end(), [&](const Parameter& p) {
-    return e.same_as > 0 && p.from == Parameter::From::literal && p.ordinal == ordinal && p.negative == e.inverted &&
-           p.compared == only_compared && p.type == type && p.column == nullptr;
-  });
-  if (known != parameters_.end()) return place(static_cast<std::size_t>(known - parameters_.begin()) + 1);
-  parameter({.ordinal = ordinal, .negative = e.inverted, .compared = only_compared, .type = type});
+  Parameter wanted{.ordinal = e.ordinal, .negative = e.inverted, .compared = only_compared, .type = type};
+  if (e.same_as == 0) return parameter(wanted);
+  wanted.ordinal = e.same_as - 1;
+  auto known = std::find(parameters_.begin(), parameters_.end(), wanted);
+  known == parameters_.end() ? parameter(wanted) : place(static_cast<std::size_t>(known - parameters_.begin()) + 1);
 }
 
 void ExpressionWriter::to_float(SqlType from, SqlType to, const Inner& inner) {

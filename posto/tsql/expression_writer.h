@@ -97,6 +97,7 @@ class ExpressionWriter {
   // The left side of a comparison of texts decides how they compare.
   void deciding(const Expr& e, const Type& type, bool other_is_column);
   void compare(const Expr& e);
+  void like(const Expr& e);
   // A bit is 0 or 1, so that every test of it is an equality, which an index can serve.
   void compare_bit(const Expr& bit, std::int64_t number, Op op);
   static Type type_of_all(const Expr& e);

@@ -145,7 +145,9 @@ void Shape::read(std::string_view statement) {
         if (behind == nullptr) {
           p = end;
         } else {
-          take_out({LiteralKind::text, {p + 1, static_cast<std::size_t>(behind - p) - 2}}, p, behind);
+          const bool wild = p[1] == '%' || p[1] == '_' || p[1] == '[';
+          const LiteralKind kind = wild ? LiteralKind::wild_text : LiteralKind::text;
+          take_out({kind, {p + 1, static_cast<std::size_t>(behind - p) - 2}}, p, behind);
         }
         break;
       }

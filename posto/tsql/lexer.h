@@ -8,8 +8,10 @@
 
 namespace posto::tsql {
 
-// Short decimals have at most four decimals, as money has. An integer beyond 32 bits is a decimal.
-enum class LiteralKind : char { integer = 1, decimal, long_decimal, floating, text };
+// Short decimals have at most four decimals, as money has. An integer beyond 32 bits is a decimal. A wild text begins
+// with a wild card of Like, so that one that does not can use an index.
+enum class LiteralKind : char { integer = 1, decimal, long_decimal, floating, text, wild_text };
+inline bool is_text(LiteralKind kind) { return kind == LiteralKind::text || kind == LiteralKind::wild_text; }
 
 // A literal as it stands in the text. Of a text: what is between the quotes, with quotes inside still doubled.
 struct Literal {

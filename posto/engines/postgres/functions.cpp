@@ -236,6 +236,11 @@ BEGIN
   END LOOP;
   RETURN form || '$';
 END $$;
+-- What begins as a pattern does lies between these.
+CREATE FUNCTION posto_like_from(pattern text) RETURNS text IMMUTABLE STRICT LANGUAGE sql AS
+  $$ SELECT substring(pattern COLLATE "C" from '^[^%_[]*') $$;
+CREATE FUNCTION posto_like_to(pattern text) RETURNS text IMMUTABLE STRICT LANGUAGE sql AS
+  $$ SELECT posto_like_from(pattern) || U&'\FFFF' $$;
 CREATE FUNCTION posto_like(x text, pattern text) RETURNS boolean IMMUTABLE STRICT LANGUAGE sql AS
   'SELECT x COLLATE "und-x-icu" ~* coalesce(posto_like_form(pattern), ''x$y'')';
 )sql";

@@ -189,6 +189,13 @@ std::string_view part_of_text(Values v, Session&) {
   return tsql::substring(text_of(v[0]), integer(v[1]), integer(v[2]));
 }
 
+// What begins as a pattern does lies between these; our collation puts the last character of all behind any other.
+std::string like_from(Values v, Session&) {
+  const std::string_view pattern = text_of(v[0]);
+  return std::string(pattern.substr(0, pattern.find_first_of("%_[")));
+}
+std::string like_to(Values v, Session& session) { return like_from(v, session) + "\U0010FFFF"; }
+
 bool like(Values v, Session&) { return like_text(text_of(v[0]), text_of(v[1])); }
 
 // posto_single(value): the one value of a subquery; a second row is a failure.
@@ -251,6 +258,8 @@ constexpr NamedFunction kFunctions[] = {
     {"posto_int_date", 1, adapt<int_date>},
     {"posto_text", 5, adapt<any_text>},
     {"posto_substring", 3, adapt<part_of_text>},
+    {"posto_like_from", 1, adapt<like_from>},
+    {"posto_like_to", 1, adapt<like_to>},
     {"posto_like", 2, adapt<like>},
 };
 

@@ -81,6 +81,17 @@ SELECT Cd FROM #T WHERE Nm Like 'AVIL_' ORDER BY Cd
 => rows
 2
 
+-- what begins with a text lies between two others
+SELECT Cd FROM #T WHERE Nm Like 'av%'
+=> sqlite
+SELECT "#T"."Cd" FROM "#T" WHERE ("#T"."Nm" >= posto_like_from(?1) AND "#T"."Nm" <= posto_like_to(?1) AND posto_like("#T"."Nm", ?1))
+=> postgresql
+SELECT "#T"."Cd" FROM "#T" WHERE ("#T"."Nm" >= posto_like_from($1)::bpchar AND "#T"."Nm" <= posto_like_to($1)::bpchar AND posto_like(posto_whole("#T"."Nm"), $1))
+
+-- a wild card in front leaves nothing to look for
+SELECT Cd FROM #T WHERE Nm Like '%v%' AND Nm Like ''
+=> rows
+
 -- like with a set and a run
 SELECT Cd FROM #T WHERE Nm Like '[a-c]v%' ORDER BY Cd
 => rows
