@@ -148,7 +148,8 @@ class DALEmpresaUsuaria : public Role<VOEmpresaUsuaria, kEmpresaUsuaria> {
   Recordset overdue(std::string_view dates, std::string_view customer);
   void raise_credit_state(Recordset customers, int state);
   void consolidate(Recordset& product, const std::string& reference);
-  Recordset payments(Date first, Date last, std::string_view note_columns, std::string_view note_join);
+  Recordset payments(Date first, Date last, std::string_view note_columns, std::string_view note_join,
+                     std::string_view last_link);
 };
 
 }  // namespace posto

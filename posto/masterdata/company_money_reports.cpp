@@ -30,33 +30,37 @@ Recordset DALEmpresaUsuaria::rsRecebimentosDasVendas(Date Dt_Inicial, Date Dt_Fi
   });
 }
 
-// Payments of a period with their payables.
-Recordset DALEmpresaUsuaria::payments(Date first, Date last, std::string_view note_columns,
-                                      std::string_view note_join) {
+// Payments of a period with their payables; `last_link` is the column that tells the wanted ones. The outer joins keep
+// the order of reading: from the few payments of the period to what they settle, not through all links ever made.
+Recordset DALEmpresaUsuaria::payments(Date first, Date last, std::string_view note_columns, std::string_view note_join,
+                                      std::string_view last_link) {
   return detached(sql(R"(
       SELECT   A.Dt_Pagamento, A.Cd_Pagamento, A.Vl_Pagamento, C.No_ContasAPagar, C.Id_DocumentoFornecedor,
                C.Dt_Vencimento, C.Vl_Debito, C.Vl_SaldoDebito, C.Cd_Fornecedor, E.Nm_Pessoa{}
       FROM     Pagamento A
-               INNER JOIN PagamentoDeConta B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And
-                                                A.Cd_Pagamento = B.Cd_Pagamento
-               INNER JOIN ContaAPagar C On B.Cd_PessoaUsuaria = C.Cd_PessoaUsuaria And
-                                           B.No_ContasAPagar = C.No_ContasAPagar{}
+               LEFT JOIN PagamentoDeConta B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And
+                                               A.Cd_Pagamento = B.Cd_Pagamento
+               LEFT JOIN ContaAPagar C On B.Cd_PessoaUsuaria = C.Cd_PessoaUsuaria And
+                                          B.No_ContasAPagar = C.No_ContasAPagar{}
                LEFT JOIN Pessoa E On C.Cd_Fornecedor = E.Cd_Pessoa
       WHERE    A.Cd_PessoaUsuaria = {} And
-               A.Dt_Pagamento Between {}
+               A.Dt_Pagamento Between {} And
+               (Not {} Is Null)
       ORDER BY A.Dt_Pagamento, E.Nm_Pessoa, A.Cd_Pagamento, C.No_ContasAPagar)",
-                      note_columns, note_join, company(), moments(first, last)));
+                      note_columns, note_join, company(), moments(first, last), last_link));
 }
 
 Recordset DALEmpresaUsuaria::rsPagamentoDeContasNoPeriodo(Date Dt_Inicial, Date Dt_Final) {
-  return routine("rsPagamentoDeContasNoPeriodo", [&] { return payments(Dt_Inicial, Dt_Final, "", ""); });
+  return routine("rsPagamentoDeContasNoPeriodo",
+                 [&] { return payments(Dt_Inicial, Dt_Final, "", "", "C.No_ContasAPagar"); });
 }
 
 Recordset DALEmpresaUsuaria::rsPagamentoDebitosOriginadoDeNotaFiscalNoPeriodo(Date Dt_Inicial, Date Dt_Final) {
   return routine("rsPagamentoDebitosOriginadoDeNotaFiscalNoPeriodo", [&] {
     return payments(Dt_Inicial, Dt_Final, ", D.Cd_TipoNF, D.No_Nota",
-                    "\r         INNER JOIN ContaAPagarDeNotaEntrada D On C.Cd_PessoaUsuaria = D.Cd_PessoaUsuaria And"
-                    "\r                                                  C.No_ContasAPagar = D.No_ContasAPagar");
+                    "\r         LEFT JOIN ContaAPagarDeNotaEntrada D On C.Cd_PessoaUsuaria = D.Cd_PessoaUsuaria And"
+                    "\r                                                 C.No_ContasAPagar = D.No_ContasAPagar",
+                    "D.No_Nota");
   });
 }
 

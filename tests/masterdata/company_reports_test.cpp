@@ -153,7 +153,8 @@ TEST_F(CompanyReportsTest, PayablesAndTheirPayments) {
        "1, 3, 50, 'D3', '2026-11-06', 20, 20, 0, 0", "1, 4, 50, 'D4', '2026-11-21', 20, 0, 20, 0",
        "2, 5, 50, 'D5', '2026-11-05', 20, 0, 20, 0"});
   add("Pagamento", "Cd_PessoaUsuaria, Cd_Pagamento, Dt_Pagamento, Vl_Pagamento",
-      {"1, 11, '2026-11-30', 60", "1, 12, '2026-11-01', 20", "1, 13, '2026-12-01', 5"});
+      {"1, 11, '2026-11-30', 60", "1, 12, '2026-11-01', 20", "1, 13, '2026-12-01', 5", "1, 14, '2026-11-15', 9"});
+  // payment 14 settles an expense
   add("PagamentoDeConta", "Cd_PessoaUsuaria, No_ContasAPagar, Cd_Pagamento", {"1, 1, 11", "1, 3, 12", "1, 2, 13"});
   add("ContaAPagarDeNotaEntrada", "Cd_PessoaUsuaria, No_ContasAPagar, Cd_Fornecedor, Cd_TipoNF, No_Nota",
       {"1, 3, 50, 1, 777"});

@@ -76,8 +76,9 @@ TEST_F(CreditBlockTest, AStateRisesAsTheCustomersFlagsAndBillsSay) {
   EXPECT_EQ(again.size(), 3u);
 }
 
-TEST_F(CreditBlockTest, AGuarantorRisesWithTheCustomer) {
+TEST_F(CreditBlockTest, AGuarantorRisesWithTheCustomerInAllCompanies) {
   add_customer(7, 2, 1, 1);
+  add_customer(7, 1, 0, 0, 2);
   add_bill(7, {.guarantor = "8"});
   add_bill(7, {.guarantor = "9"});
   add_bill(7, {.guarantor = "10"});  // whom no company knows as a customer
@@ -85,29 +86,10 @@ TEST_F(CreditBlockTest, AGuarantorRisesWithTheCustomer) {
   add_customer(9, 5, 1, 1);
   add_customer(11, 2, 1, 1);
   EXPECT_TRUE(company_.BloqueiaAutomaticamenteCreditoClienteEmAtraso());
-  EXPECT_EQ(states(), "7,3\n8,3\n9,5\n11,2\n");
+  EXPECT_EQ(states(), "7,3\n7,3\n8,3\n9,5\n11,2\n");
   run("UPDATE ContaAReceber SET Dt_VencPro = '2026-10-01' WHERE Cd_PessoaAvalista = 8");
   company_.BloqueiaAutomaticamenteCreditoClienteEmAtraso();
-  EXPECT_EQ(states(), "7,4\n8,4\n9,5\n11,2\n");
-}
-
-TEST_F(CreditBlockTest, APersonIsBlockedInAllCompanies) {
-  add_customer(7, 2, 1, 0);
-  add_customer(7, 1, 0, 0, 2);
-  add_bill(7, {});
-  company_.BloqueiaAutomaticamenteCreditoClienteEmAtraso();
-  EXPECT_EQ(states(), "7,3\n7,3\n");
-}
-
-// The failure of the cancel pass is told with its path, and who was blocked stays blocked.
-TEST_F(CreditBlockTest, AFailureLeavesWhatWasDone) {
-  add_customer(7, 2, 1, 0);
-  add_bill(7, {});
-  settings_->Ds_FormatoData = "dd/mmm/yyyy";  // the cancel pass cannot write its dates
-  const auto failure = failure_of([&] { company_.BloqueiaAutomaticamenteCreditoClienteEmAtraso(); });
-  ASSERT_TRUE(failure);
-  EXPECT_TRUE(failure->source().ends_with(" -> DALEmpresaUsuaria.BloqueiaAutomaticamenteCreditoClienteEmAtraso"));
-  EXPECT_EQ(states(), "7,3\n");
+  EXPECT_EQ(states(), "7,4\n7,4\n8,4\n9,5\n11,2\n");
 }
 
 TEST_F(CreditBlockTest, TheSummaryOfAPeriodIsReplaced) {
