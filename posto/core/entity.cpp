@@ -32,6 +32,22 @@ void tolerant_of_control(Statement&& statement) {
 
 }  // namespace
 
+void ListItems::clear() {
+  tolerant_of_control([&] { control_.call("Clear", {}); });
+}
+
+void ListItems::add(const Variant& text) {
+  tolerant_of_control([&] { control_.call("AddItem", {{text}}); });
+}
+
+void ListItems::add(const Variant& text, const Variant& data) {
+  add(text);
+  tolerant_of_control([&] {
+    const Variant item[] = {control_.get("NewIndex", {}), data};
+    control_.let("ItemData", item);
+  });
+}
+
 // --- keys
 // ---------------------------------------------------------------------------------------------------------------
 
@@ -138,6 +154,8 @@ void EntityBase::execute(std::string statement) {
 // --- operations
 // ---------------------------------------------------------------------------------------------------------
 
+std::string EntityBase::table_in_parentheses() const { return "(" + std::string(description_.table) + ")"; }
+
 // The record that the value object's key finds.
 Recordset EntityBase::open_record(Purpose purpose, bool reset) {
   Names key = key_for(purpose);
@@ -146,17 +164,27 @@ Recordset EntityBase::open_record(Purpose purpose, bool reset) {
   tolerant([&] { statement_ = sqlSelect(*ObVOSistema, description_.table, vo(), {}, key); });
   tolerant([&] { record = open(std::move(statement_)); });
   if (record.EOF() && record.BOF()) {
-    raise_and_reset(erro::kRecordNotFound, "(" + std::string(description_.table) + ")", reset);
+    raise_and_reset(erro::kRecordNotFound, table_in_parentheses(), reset);
   }
   return record;
 }
 
 void EntityBase::consult(bool reset_when_missing, const Step& then) {
   routine("Consultar", [&] {
+    if (description_.enters_reading) ObVOSistema->EntrarRotina("Consultar");
     Recordset record = open_record(Purpose::read, reset_when_missing);
     read_record(record, vo());
     record.Close();
     if (then) then();
+    if (description_.enters_reading) ObVOSistema->SairRotina("Consultar");
+  });
+}
+
+bool EntityBase::exists() {
+  return routine("Existe", [&] {
+    Names key = key_for(Purpose::read);
+    if (key.empty()) raise_missing(false);
+    return !read(sqlSelect(*ObVOSistema, description_.table, vo(), {}, key)).EOF();
   });
 }
 
@@ -177,12 +205,24 @@ void EntityBase::alter(bool saving, const std::function<void(Recordset&)>& write
   });
 }
 
+// The query without rows, or the table's name: rows are read when they are asked for, so that reads nothing either.
+std::string EntityBase::insert_source() {
+  std::string table(description_.insert_table.empty() ? description_.table : description_.insert_table);
+  if (!description_.empty_query.empty())
+    return "Select * From " + table + " Where " + std::string(description_.empty_query);
+  if (!description_.empty_query_by_keys) return table;
+  std::string conditions;
+  for (std::string_view key : description_.keys[0].names()) {
+    conditions += conditions.empty() ? " Where " : " and ";
+    conditions += key;
+    conditions += vo().get(key).is_text() ? " = ''" : " = 0";
+  }
+  return "Select * From " + table + conditions;
+}
+
 void EntityBase::Incluir() {
   routine("Incluir", [&] {
-    const std::string table(description_.table);
-    bool by_query = !description_.empty_query.empty();
-    Recordset record =
-        open(by_query ? "Select * From " + table + " Where " + std::string(description_.empty_query) : table);
+    Recordset record = open(insert_source());
     record.AddNew();
     fill(record);
     record.Update();
@@ -198,26 +238,31 @@ void EntityBase::Excluir() {
   });
 }
 
-void EntityBase::CarregarComboBox(LateBound& Ob_ComboBox, std::string_view Ds_Condicao) {
+void EntityBase::load_list(LateBound& control, std::string_view condition) {
+  const auto& list = description_.list;
+  std::string statement = fmt::format(" SELECT   {}, {}\r FROM     {} \r", list.key, list.display, description_.table);
+  if (!list.order.empty()) statement += fmt::format("{}\r ORDER BY {} \r", condition, list.order);
+  load_list_of(control, std::move(statement));
+}
+
+void EntityBase::load_list_of(LateBound& control, std::string statement) {
   routine("CarregarComboBox", [&] {
-    const auto& list = description_.list;
-    auto add = [&](const Variant& text, const Variant& key) {
-      tolerant_of_control([&] { Ob_ComboBox.call("AddItem", {{text}}); });
-      tolerant_of_control([&] {
-        const Variant item[] = {Ob_ComboBox.get("NewIndex", {}), key};
-        Ob_ComboBox.let("ItemData", item);
-      });
-    };
+    ListItems items(control);
     ObVOSistema->EntrarRotina("CarregarComboBox");
-    tolerant_of_control([&] { Ob_ComboBox.call("Clear", {}); });
-    Recordset rows = detached(fmt::format(" SELECT   {}, {}\r FROM     {} \r{}\r ORDER BY {} \r", list.key,
-                                          list.display, description_.table, Ds_Condicao, list.order));
-    if (!(rows.EOF() && rows.BOF())) {
-      add("SELECIONE ->", std::int32_t{0});
-      for (; !rows.EOF(); rows.MoveNext()) add(rows[list.display].Value(), rows[list.key].Value());
+    items.clear();
+    Recordset rows = detached(std::move(statement));
+    if (rows.EOF() && rows.BOF()) {
+      if (description_.list.refuses_empty) raise(erro::kRecordNotFound, table_in_parentheses());
+    } else {
+      items.add("SELECIONE ->", std::int32_t{0});
+      for (; !rows.EOF(); rows.MoveNext()) list_record(items, rows);
     }
     ObVOSistema->SairRotina("CarregarComboBox");
   });
+}
+
+void EntityBase::list_record(ListItems& items, Recordset& record) {
+  items.add(record[description_.list.display].Value(), record[description_.list.key].Value());
 }
 
 }  // namespace posto

@@ -34,13 +34,14 @@ class KeySet {
   }
   constexpr Names names() const { return {columns_, count_}; }
   constexpr bool empty() const { return count_ == 0; }
+  constexpr std::string_view last() const { return columns_[count_ - 1]; }
 
  private:
   std::string_view columns_[kMost];
   std::size_t count_ = 0;
 };
 
-// The facts about a class.
+// The facts about a class. A catalogue tells them in words (core/describe.h).
 struct Description {
   static constexpr std::size_t kMostKeySets = 3;
   std::string_view class_name;  // as it stands in the path of a failure
@@ -49,10 +50,29 @@ struct Description {
   KeySet read_keys[kMostKeySets]{};  // tried behind them by Consultar alone
   KeySet remove_keys{};              // of Excluir, where they are others
   KeySet sequence{};                 // columns that nomeCamposSequencial gives
+  std::string_view insert_table{};   // that Incluir adds to, where it is another
   std::string_view empty_query{};    // WHERE of the query without rows that Incluir opens; none: the table itself
-  struct {
-    std::string_view key{}, display{}, order{};
-  } list{};  // of CarregarComboBox
+  bool empty_query_by_keys = false;  // that WHERE says of every key of the first set that it is 0, or ''
+  struct List {
+    std::string_view key{}, display{};  // the display may be several columns, where list_record is overridden
+    std::string_view order{};           // none: the list takes no condition either
+    bool refuses_empty = false;         // an empty table is 0x80040202
+  } list{};                             // of CarregarComboBox; without a display there is no such operation
+  bool existe = false;                  // there is an operation Existe
+  bool enters_reading = false;          // Consultar tells the settings that it is entered and left
+};
+
+// A list control that is being filled, called by name. Failures 13, 438, 440 and 451 of the control go on at the next
+// statement.
+class ListItems {
+ public:
+  explicit ListItems(LateBound& control) : control_(control) {}
+  void clear();
+  void add(const Variant& text);
+  void add(const Variant& text, const Variant& data);  // `data` becomes the item's ItemData
+
+ private:
+  LateBound& control_;
 };
 
 // What every entity does. An object serves one caller at a time and may be used for many operations.
@@ -77,10 +97,6 @@ class EntityBase {
   void Incluir();
   // Deletes the record of the key; none is no failure. Raises 0x80040201 without a key, and resets the value object.
   void Excluir();
-  // Fills a list control, called by name: "SELECIONE ->" with 0, then the display column of each record with its key.
-  // Ds_Condicao: a WHERE clause or nothing. An empty table leaves the control empty. Errors 13, 438, 440 and 451 go on
-  // at the next statement.
-  void CarregarComboBox(LateBound& Ob_ComboBox, std::string_view Ds_Condicao = {});
   // Whether the key is numbered by a sequence, and the columns that are.
   bool temCampoSequencial() const { return !description_.sequence.empty(); }
   std::vector<std::string> nomeCamposSequencial() const;
@@ -116,6 +132,13 @@ class EntityBase {
 
   // Consultar, with `then` behind the reading.
   void consult(bool reset_when_missing, const Step& then = {});
+  // Existe.
+  bool exists();
+  // CarregarComboBox over the description's statement, or over another.
+  void load_list(LateBound& control, std::string_view condition);
+  void load_list_of(LateBound& control, std::string statement);
+  // What the current record shows in the list: the display column, with the key.
+  virtual void list_record(ListItems& items, Recordset& record);
   template <class Update, class Insert>
   void save(Update update, Insert insert) {
     routine("Salvar", [&] {
@@ -165,6 +188,8 @@ class EntityBase {
   [[noreturn]] void leave_with(const Erro& failure) const;
   [[noreturn]] void raise_and_reset(std::int32_t number, std::string_view behind, bool reset);
   Recordset open_record(Purpose purpose, bool reset);
+  std::string table_in_parentheses() const;
+  std::string insert_source();
 
   const Description& description_;
   std::string_view operation_;
@@ -187,6 +212,21 @@ class Entity : public EntityBase {
   VO& Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false) {
     consult(Ic_RestaurarDefaulSeNaoEcontrarRegistro);
     return *ObVO;
+  }
+
+  // Whether there is a record of the key that Consultar would take. Raises 0x80040201 without a key.
+  bool Existe() requires(kDescription.existe) { return exists(); }
+
+  // Fills a list control, called by name: "SELECIONE ->" with 0, then the display column of each record with its key.
+  // Ds_Condicao: a WHERE clause or nothing. An empty table leaves the control empty (or raises 0x80040202, where the
+  // description says so). Errors 13, 438, 440 and 451 go on at the next statement.
+  void CarregarComboBox(LateBound& Ob_ComboBox,
+                        std::string_view Ds_Condicao = {}) requires(!kDescription.list.order.empty()) {
+    load_list(Ob_ComboBox, Ds_Condicao);
+  }
+  void CarregarComboBox(LateBound& Ob_ComboBox) requires(kDescription.list.order.empty() &&
+                                                         !kDescription.list.display.empty()) {
+    load_list(Ob_ComboBox, {});
   }
 
  protected:

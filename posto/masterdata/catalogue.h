@@ -1,29 +1,19 @@
-// Classes that are the standard entity and nothing else: one line of facts each.
+// Classes that are the standard entity (core/entity.h) and nothing else, each a line of catalogue.def: DALBairro,
+// DALBanco, ... The classes with something of their own have their descriptions there too.
 #pragma once
 
-#include "posto/core/entity.h"
+#include "posto/core/describe.h"
 #include "posto/schema/masterdata.h"
+#include "posto/schema/treasury.h"
 
 namespace posto {
 
-inline constexpr Description kBairro{.class_name = "DALBairro",
-                                     .table = "Bairro",
-                                     .keys = {{"Cd_Bairro"}},
-                                     .sequence = {"Cd_Bairro"},
-                                     .empty_query = "Cd_Bairro = 0",
-                                     .list = {"Cd_Bairro", "Nm_Bairro", "Nm_Bairro"}};
-using DALBairro = Entity<VOBairro, kBairro>;
-
-inline constexpr Description kGrupoProduto{.class_name = "DALGrupoProduto",
-                                           .table = "GrupoProduto",
-                                           .keys = {{"Cd_GrupoProduto"}},
-                                           .sequence = {"Cd_GrupoProduto"},
-                                           .empty_query = "Cd_GrupoProduto = 0",
-                                           .list = {"Cd_GrupoProduto", "Nm_GrupoProduto", "Nm_GrupoProduto"}};
-using DALGrupoProduto = Entity<VOGrupoProduto, kGrupoProduto>;
-
-inline constexpr Description kSequenciadorGeral{
-    .class_name = "DALSequenciadorGeral", .table = "SequenciadorGeral", .keys = {{"Nm_Atributo"}}};
-using DALSequenciadorGeral = Entity<VOSequenciadorGeral, kSequenciadorGeral>;
+#define CLASS(table, ...) POSTO_DESCRIPTION(table, __VA_ARGS__)
+#define CATALOGUE(table, ...)           \
+  POSTO_DESCRIPTION(table, __VA_ARGS__) \
+  using DAL##table = Entity<VO##table, k##table>;
+#include "posto/masterdata/catalogue.def"
+#undef CATALOGUE
+#undef CLASS
 
 }  // namespace posto

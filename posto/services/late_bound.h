@@ -39,4 +39,19 @@ class MemoryList final : public LateBound {
   std::vector<Item> items_;
 };
 
+// A grid without a screen: Rows, the number of its lines with the heading's among them, and AddItem, which adds a line
+// of cells separated by tabs. A new grid has one line without cells.
+class MemoryGrid final : public LateBound {
+ public:
+  using Line = std::vector<std::string>;
+  const std::vector<Line>& lines() const { return lines_; }
+
+  Variant call(std::string_view method, std::span<const Variant> arguments) override;
+  Variant get(std::string_view property, std::span<const Variant> arguments) override;
+  void let(std::string_view property, std::span<const Variant> arguments) override;
+
+ private:
+  std::vector<Line> lines_{1};
+};
+
 }  // namespace posto

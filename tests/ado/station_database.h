@@ -1,14 +1,13 @@
-// A station's database in a folder of its own, for tests.
+// A station's database that several connections can open, for tests.
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "posto/ado/recordset.h"
+#include "tests/support/test_database.h"
 #include "tests/types/raised.h"
 
 namespace posto::testing {
@@ -16,14 +15,12 @@ namespace posto::testing {
 class StationDatabase : public ::testing::Test {
  protected:
   StationDatabase() {
-    std::filesystem::create_directories(folder_);
-    connection_->Create(file_);
+    connection_->Open(file_);
     connection_->observe([this](const StatementReport& report) {
       statements_.emplace_back(report.statement);
       rows_ += report.rows;
     });
   }
-  ~StationDatabase() override { std::filesystem::remove_all(folder_); }
 
   // Another connection to the same file.
   std::shared_ptr<Connection> another() const {
@@ -48,9 +45,8 @@ class StationDatabase : public ::testing::Test {
     return rs.EOF() ? "nothing" : rs[0].is_null() ? "null" : rs[0].as<std::string>();
   }
 
-  const std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("posto_ado_" + std::to_string(getpid()));
-  const std::string file_ = (folder_ / "posto.db").string();
+  const TestDatabase database_{true};
+  const std::string file_ = database_.address();  // what opens it
   std::shared_ptr<Connection> connection_ = Connection::create();
   std::vector<std::string> statements_;  // that ran, in order
   std::int64_t rows_ = 0;                // that they read or touched

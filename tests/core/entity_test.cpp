@@ -110,7 +110,7 @@ TEST_F(EntityTest, ATextKeyAndATableOpenedByItsName) {
   const auto twice = failure_of([&] { sequence.Incluir(); });
   ASSERT_TRUE(twice);
   EXPECT_EQ(twice->number(), erro::kIntegrity);
-  EXPECT_EQ(twice->source(), "SQLite -> DALSequenciadorGeral.Incluir");
+  EXPECT_EQ(twice->source(), testing::provider() + " -> DALSequenciadorGeral.Incluir");
   EXPECT_TRUE(twice->provider());
   EXPECT_EQ(rows("SELECT * FROM SequenciadorGeral"), "No_NF,41\n");
 }
@@ -125,7 +125,7 @@ TEST_F(EntityTest, ANullLeavesThePropertyAsItWas) {
 TEST_F(EntityTest, AnotherDatabaseGetsAnEmptyStatement) {
   settings_->Cd_BD = BancoDadosAcess2000;
   vo_.Cd_Bairro = 1;
-  expect_failure(erro::kSyntax, "SQLite -> DALBairro.Consultar", [&] { bairro_.Consultar(); });
+  expect_failure(erro::kSyntax, testing::provider() + " -> DALBairro.Consultar", [&] { bairro_.Consultar(); });
   EXPECT_EQ(bairro_.statement(), "");
 }
 
@@ -177,7 +177,8 @@ TEST_F(EntityTest, SalvarChangesOrAdds) {
   EXPECT_EQ(rows("SELECT Cd_Bomba, De_EnderecoLogicoBico, Cd_Produto FROM Bomba"), "3,04,6\n");
 
   nozzle.ObVO->RestaurarDefault();  // no key: tried as an addition, which the database refuses
-  expect_failure(erro::kIntegrity, "SQLite -> DALBomba.Incluir -> DALBomba.Salvar", [&] { nozzle.Salvar(); });
+  expect_failure(erro::kIntegrity, testing::provider() + " -> DALBomba.Incluir -> DALBomba.Salvar",
+                 [&] { nozzle.Salvar(); });
   settings_->LockType = adLockReadOnly;  // any other failure of the change is no reason to add
   *nozzle.ObVO = nozzle_of(3, "05", 5);
   expect_failure(erro::kNotSupported, "ADODB.Recordset -> DALBomba.Alterar -> DALBomba.Salvar",

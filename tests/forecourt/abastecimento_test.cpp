@@ -124,10 +124,10 @@ TEST_F(AbastecimentoTest, IsInsertedWithEveryLiteralInItsPlace) {
   EXPECT_EQ(v.No_EncerranteFechamento, given.No_EncerranteFechamento);
   EXPECT_EQ(v.Dt_Termino, given.Dt_Termino);
   EXPECT_EQ(v.Vl_Preco, Currency(6.2));
-  expect_failure(erro::kIntegrity, "SQLite -> DALAbastecimento.Incluir", [&] { fuelling_.Incluir(); });
+  expect_failure(erro::kIntegrity, testing::provider() + " -> DALAbastecimento.Incluir", [&] { fuelling_.Incluir(); });
   ask_for(4712);
   v.Cd_Veiculo = "O'BRIEN";  // texts are not escaped
-  expect_failure(erro::kSyntax, "SQLite -> DALAbastecimento.Incluir", [&] { fuelling_.Incluir(); });
+  expect_failure(erro::kSyntax, testing::provider() + " -> DALAbastecimento.Incluir", [&] { fuelling_.Incluir(); });
 }
 
 TEST_F(AbastecimentoTest, PostingDoesNotAskForTheTenant) {
@@ -277,7 +277,8 @@ TEST_F(AbastecimentoTest, PendingFuellingsAreListedWithAndWithoutAShift) {
 }
 
 TEST_F(AbastecimentoTest, TheStatementInAnotherDialectIsRefusedUnderItsTraceName) {
-  expect_failure(erro::kSyntax, "SQLite -> DALAbastecimentos.VeriricaAbastecimentosBaixadosSemEmissaoCupom",
+  expect_failure(erro::kSyntax,
+                 testing::provider() + " -> DALAbastecimentos.VeriricaAbastecimentosBaixadosSemEmissaoCupom",
                  [&] { fuellings_.VerificaAbastecimentosBaixadosSemEmissaoCupom(); });
   EXPECT_EQ(routines_.back(), "-DALAbastecimentos.VeriricaAbastecimentosBaixadosSemEmissaoCupom");
 }

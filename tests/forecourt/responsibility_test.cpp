@@ -92,7 +92,7 @@ TEST_F(ForecourtTest, AReleaseIsLoggedWithItsMoment) {
             "No_TipoPagamento,Cd_Veiculo,Cd_Funcionario,Dt_Liberacao,Cd_Caixa,No_TipoHardware) Values "
             "(15,1,3,4,-1,2,'ABC1D23/',42,'2026-11-24 10:14:05',87,1)");
   log.Incluir();
-  expect_failure(erro::kIntegrity, "SQLite -> DALLogLiberacaoBico.Incluir", [&] { log.Incluir(); });
+  expect_failure(erro::kIntegrity, testing::provider() + " -> DALLogLiberacaoBico.Incluir", [&] { log.Incluir(); });
   v.No_Liberacao = 16;
   v.Cd_Veiculo.clear();
   log.Incluir();

@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
 
 namespace posto::testing {
 namespace {
@@ -52,9 +54,17 @@ void require_template(Server& server_) {
 
 }  // namespace
 
-TestDatabase::TestDatabase() {
-  if (server().empty()) return;
+std::string provider() { return server().empty() ? "SQLite" : "PostgreSQL"; }
+
+TestDatabase::TestDatabase(bool shared) {
   static int number = 0;
+  if (server().empty() && shared) {
+    std::string name = (std::filesystem::temp_directory_path() / "posto-XXXXXX").string();
+    folder_ = mkdtemp(name.data());
+    address_ = folder_ + "/posto.db";
+    create_database(address_, 5);
+  }
+  if (server().empty()) return;
   name_ = "posto_" + std::to_string(getpid()) + "_" + std::to_string(++number);
   Server here;
   require_template(here);
@@ -64,10 +74,11 @@ TestDatabase::TestDatabase() {
 
 TestDatabase::~TestDatabase() {
   if (!embedded()) Server().run("DROP DATABASE " + name_ + " WITH (FORCE)");
+  if (!folder_.empty()) std::filesystem::remove_all(folder_);
 }
 
 std::shared_ptr<Engine> TestDatabase::open() {
-  return embedded() ? create_database(":memory:", 5) : open_engine(address_, 5);
+  return address_ == ":memory:" ? create_database(address_, 5) : open_engine(address_, 5);
 }
 
 }  // namespace posto::testing

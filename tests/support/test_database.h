@@ -8,20 +8,27 @@
 
 namespace posto::testing {
 
+// As failures name the engine on which the tests run.
+std::string provider();
+
 class TestDatabase {
  public:
-  TestDatabase();
+  // `shared`: it can be opened more than once.
+  explicit TestDatabase(bool shared = false);
   TestDatabase(const TestDatabase&) = delete;
   TestDatabase& operator=(const TestDatabase&) = delete;
   ~TestDatabase();  // takes a server's database away
 
-  // A new connection; the database in memory has one alone.
+  // A new connection. One in memory is opened once.
   std::shared_ptr<Engine> open();
-  bool embedded() const { return address_.empty(); }
+  // What opens it.
+  const std::string& address() const { return address_; }
+  bool embedded() const { return name_.empty(); }
 
  private:
-  std::string address_;  // of a server's database
-  std::string name_;
+  std::string address_ = ":memory:";
+  std::string name_;    // on a server
+  std::string folder_;  // of a file
 };
 
 }  // namespace posto::testing
