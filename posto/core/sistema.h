@@ -1,5 +1,5 @@
-// The settings object that every class receives: the open connection, the formats, the user company and the tracing
-// calls.
+// The settings object that every class receives: the open connection, the workstation's settings, the user company and
+// the tracing calls.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "posto/ado/connection.h"
-#include "posto/core/enumerations.h"
+#include "posto/core/settings.h"
 #include "posto/schema/masterdata.h"
 
 namespace posto {
@@ -18,18 +18,25 @@ namespace posto {
 // The revision of the library that the order of some queries depends on.
 inline constexpr std::int32_t kRevisao = 500;
 
-struct VOSistema {
+// Its base holds the settings that DALSistema reads and writes (settings.def), Cursor, LockType, Cd_BD and
+// Ds_FormatoData among them.
+struct VOSistema : StoredSettings {
   std::shared_ptr<Connection> ObConnection;  // the caller's; no class opens or closes it
   std::shared_ptr<VOEmpresaUsuaria> ObVOEmpresaUsuaria = std::make_shared<VOEmpresaUsuaria>();
-  std::int32_t Cursor = 1;    // cursor type of record sets; keyset
-  std::int32_t LockType = 3;  // lock type of record sets; optimistic; 0 leaves the default
-  std::int32_t Cd_BD = BancoDadosSqlServer2000;
-  std::string Ds_FormatoData = "yyyy-mm-dd";  // the date pattern of literals
-  std::string Nm_Computador;                  // the name of this computer
+  std::string Nm_ArquivoIni = "posto.ini";  // the name of the settings file
+  std::string Nm_Computador;                // the name of this computer
   std::int32_t No_Revisao = kRevisao;
 
   // The tenant of the user company.
   std::int32_t tenant() const { return ObVOEmpresaUsuaria->Cd_PessoaUsuaria; }
+
+  // The stored settings by name, and all of them back to their defaults; everything else stays.
+  Variant get(std::string_view property) const { return settings().get(property); }
+  void let(std::string_view property, const Variant& value) { settings().let(property, value); }
+  void RestaurarDefault() { settings().RestaurarDefault(); }
+  ValueObject settings() const {
+    return by_name(const_cast<StoredSettings&>(static_cast<const StoredSettings&>(*this)));
+  }
 
   // The routines in course, for diagnosis. SairRotina takes the innermost off when it has that name, also behind
   // "Class."; any other name only tells the observer where a failure passed.

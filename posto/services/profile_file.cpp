@@ -113,7 +113,9 @@ std::size_t ProfileText::write(std::string_view section, std::string_view key, s
   const std::size_t at = find(section_bytes, key_bytes, &section_end);
   if (at != kNone) {
     std::string& line = lines_[at].text;
-    line.resize(key_line(line)->value_at);
+    // The blanks behind the mark stay, unless the value brings its own.
+    const bool own_blanks = value.find_first_of(kBlanks) == 0;
+    line.resize(own_blanks ? line.find('=') + 1 : key_line(line)->value_at);
     line += encoded.bytes;
     return encoded.replaced;
   }

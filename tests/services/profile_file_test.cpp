@@ -79,6 +79,7 @@ TEST(ProfileText, AWriteLeavesEverythingElse) {
       {"[A]\nK=1\n[B]\n[A]\nM=9\n", "A", "M", "2", "[A]\nK=1\n[B]\n[A]\nM=2\n"},
       {"[A]\r\n\r\n[B]\r\nK=1\r\n", "A", "K", "\" x \"", "[A]\r\nK=\" x \"\r\n\r\n[B]\r\nK=1\r\n"},
       {"K=0\n\n", "A", "K", "", "K=0\n\n[A]\nK=\n"},
+      {"[A]\nK =   x\n", "A", "K", " y", "[A]\nK = y\n"},
       {"[A]\nK=\xE7\xFF\x81\n", "A", "L", "ç", "[A]\nK=\xE7\xFF\x81\nL=\xE7\n"},
   };
   for (const auto& c : cases) {
