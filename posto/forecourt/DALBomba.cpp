@@ -161,13 +161,4 @@ Recordset DALBomba::Rs_AbastecimentoNaoVerificado(Date Dt_Verificacao) {
   });
 }
 
-Recordset DALBombas::ConsultarTodasRs() {
-  return routine("ConsultarTodasRs", [&] {
-    constexpr std::string_view kKey[] = {"Cd_PessoaUsuaria"};
-    constexpr std::string_view kOrder[] = {"Cd_Bomba"};
-    ObVO->Cd_PessoaUsuaria = tenant();
-    return detached(sqlSelect(*ObVOSistema, "Bomba", vo(), {}, kKey, {}, {}, kOrder));
-  });
-}
-
 }  // namespace posto

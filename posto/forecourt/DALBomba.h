@@ -2,6 +2,7 @@
 #pragma once
 
 #include "posto/core/entity.h"
+#include "posto/core/list_entity.h"
 #include "posto/schema/forecourt.h"
 
 namespace posto {
@@ -47,14 +48,9 @@ class DALBomba : public Entity<VOBomba, kBomba> {
   Names key_for(Purpose purpose) override;
 };
 
-inline constexpr Description kBombas{.class_name = "DALBombas", .table = "Bomba"};
-
-// All nozzles.
-class DALBombas : public Entity<VOBomba, kBombas> {
- public:
-  using Entity::Entity;
-  // The tenant's nozzles by number, detached.
-  Recordset ConsultarTodasRs();
-};
+// The company's nozzles, by number.
+inline constexpr Description kBombas{
+    .class_name = "DALBombas", .table = "Bomba", .keys = {{"Cd_PessoaUsuaria"}}, .list = {.order = "Cd_Bomba"}};
+using DALBombas = ListEntity<kBombas>;
 
 }  // namespace posto

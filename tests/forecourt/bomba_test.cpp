@@ -236,7 +236,6 @@ TEST_F(BombaTest, AllNozzlesOfTheTenantComeByNumber) {
   add_nozzle(1, 2, "02");
   add_nozzle(2, 1, "01");
   DALBombas nozzles(settings_);
-  nozzles.ObVO->Cd_PessoaUsuaria = 2;
   Recordset rs = nozzles.ConsultarTodasRs();
   EXPECT_EQ(rs.ActiveConnection(), nullptr);
   std::string names;

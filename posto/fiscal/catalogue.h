@@ -1,0 +1,18 @@
+// Classes of the fiscal sales that are a template and nothing else: one line of facts each.
+#pragma once
+
+#include "posto/core/list_entity.h"
+
+namespace posto {
+
+// The company's places of sale, by number.
+inline constexpr Description kPonVens{
+    .class_name = "DALPonVens", .table = "PonVen", .keys = {{"Cd_PessoaUsuaria"}}, .list = {.order = "Cd_PonVen"}};
+using DALPonVens = ListEntity<kPonVens>;
+
+// The kinds of receipt, by name.
+inline constexpr Description kTiposRecebimento{
+    .class_name = "DALTiposRecebimento", .table = "TipoRecebimento", .list = {.order = "Nm_TipoRecebimento"}};
+using DALTiposRecebimento = ListEntity<kTiposRecebimento>;
+
+}  // namespace posto
