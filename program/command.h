@@ -57,6 +57,8 @@ void add_importar(CLI::App& app, Session& session);
 void add_pendentes(CLI::App& app, Session& session);
 void add_estoque(CLI::App& app, Session& session);
 void add_bicos(CLI::App& app, Session& session);
+void add_buscar(CLI::App& app, Session& session);
+void add_configurar(CLI::App& app, Session& session);
 void add_bloquear_credito(CLI::App& app, Session& session);
 void add_consolidar(CLI::App& app, Session& session);
 void add_sql(CLI::App& app, Session& session);

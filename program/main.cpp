@@ -23,8 +23,8 @@ int run(int argc, char** argv) {
       "Termina com 0 (feito), 1 (recusado, com o que foi encontrado), 2 (uso errado) ou 3 (falha).");
   Session session;
   app.require_subcommand(1);
-  for (auto add : {add_criar, add_cadastrar, add_importar, add_pendentes, add_estoque, add_bicos, add_bloquear_credito,
-                   add_consolidar, add_sql}) {
+  for (auto add : {add_criar, add_cadastrar, add_importar, add_pendentes, add_estoque, add_bicos, add_buscar,
+                   add_configurar, add_bloquear_credito, add_consolidar, add_sql}) {
     add(app, session);
   }
   try {
