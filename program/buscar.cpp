@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <initializer_list>
 #include <optional>
-#include <ranges>
 #include <regex>
+#include <span>
 
 #include "posto/core/DALBuscaGenerica.h"
 #include "posto/core/sql_literals.h"
@@ -78,7 +78,7 @@ std::string searched_date(const std::string& text, const std::string& where, con
 
 std::string searched_number(const std::string& text, const std::string& where) {
   static const std::regex kNumber("-?[0-9]+(\\.[0-9]+)?");
-  const std::string number = SubstituirVirgulaPorPonto(text);
+  std::string number = SubstituirVirgulaPorPonto(text);
   if (!std::regex_match(number, kNumber)) refuse(where, "'" + text + "' não é um número");
   return number;
 }
@@ -108,8 +108,8 @@ std::string searched(const Column& column, const std::string& text, const std::s
   }
 }
 
-// The lines behind a grid's heading, aligned under the names of the columns; figures stand at the right.
-void print_lines(const std::vector<const Column*>& columns, const std::vector<MemoryGrid::Line>& lines) {
+// A grid's lines aligned under the names of the columns; figures stand at the right.
+void print_lines(const std::vector<const Column*>& columns, std::span<const MemoryGrid::Line> lines) {
   std::vector<AnswerColumn> titles;
   std::vector<std::size_t> widths(columns.size());
   for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -117,10 +117,10 @@ void print_lines(const std::vector<const Column*>& columns, const std::vector<Me
     const SqlType type = columns[i]->type;
     if (type == SqlType::text || type == SqlType::date || type == SqlType::bit) continue;
     widths[i] = columns[i]->name.size();
-    for (const MemoryGrid::Line& line : lines | std::views::drop(1)) widths[i] = std::max(widths[i], line[i].size());
+    for (const MemoryGrid::Line& line : lines) widths[i] = std::max(widths[i], line[i].size());
   }
   Answer answer(std::move(titles));
-  for (const MemoryGrid::Line& line : lines | std::views::drop(1)) {
+  for (const MemoryGrid::Line& line : lines) {
     std::vector<Variant> row;
     for (std::size_t i = 0; i < line.size(); ++i) row.emplace_back(fmt::format("{:>{}}", line[i], widths[i]));
     answer.add(std::move(row));
@@ -181,13 +181,13 @@ class Search {
     return static_cast<std::size_t>(std::ranges::find(columns_, &column) - columns_.begin());
   }
 
-  void operation(const Condition& asked, SearchForm::SearchRow& row, const char* where) const {
+  void operation(const Condition& asked, SearchRow& row, const char* where) const {
     if (!asked.attribute) return;
     row.operation = operator_named(asked.operation, where);
     row.list_index = static_cast<std::int32_t>(place_of(*table_.find(*asked.attribute)));
   }
 
-  void value(const Condition& asked, SearchForm::SearchRow& row, const char* where) const {
+  void value(const Condition& asked, SearchRow& row, const char* where) const {
     if (asked.attribute) row.text = searched(*table_.find(*asked.attribute), asked.text, where, *dal_.ObVOSistema);
   }
 
@@ -199,7 +199,7 @@ class Search {
       fmt::print("0 encontrados: nenhum registro de {} atende à busca\n", table_.name);
       return;
     }
-    print_lines(columns_, form_.grid.lines());
+    print_lines(columns_, std::span(form_.grid.lines()).subspan(1));  // behind the heading
     fmt::print("{} {}\n", form_.found, form_.found == "1" ? "encontrado" : "encontrados");
   }
 

@@ -147,16 +147,16 @@ std::string DALBuscaGenerica::condition(std::string_view row, std::int32_t chose
 }
 
 std::string DALBuscaGenerica::conditions() const {
-  const std::string first = condition("", form().get("Nm_AtributoPesquisa.ListIndex", {}).as<std::int32_t>());
+  std::string asked = condition("", form().get("Nm_AtributoPesquisa.ListIndex", {}).as<std::int32_t>());
   std::int32_t chosen = -1;
   try {
     chosen = form().get("Nm_AtributoPesquisa2.ListIndex", {}).as<std::int32_t>();
   } catch (const Erro& failure) {
     if (failure.number() != erro::kUnknownMember) throw;
-    return first;  // the form has no second row
+    return asked;  // the form has no second row
   }
   const std::string second = condition("2", chosen);
-  return first + (first.empty() || second.empty() ? "" : " AND ") + second;
+  return asked + (asked.empty() || second.empty() ? "" : " AND ") + second;
 }
 
 std::string DALBuscaGenerica::Ds_ClausulaWHERE() {

@@ -12,16 +12,18 @@
 
 namespace posto {
 
+// A condition of a search screen.
+struct SearchRow {
+  std::int32_t list_index = -1;  // the position chosen in the list of attributes; -1 none
+  std::string operation{}, text{};
+};
+
 // What a search screen asks and shows, called by name. A control's property is asked for by its path, raising 438 for
 // any other: Nm_AtributoPesquisa.ListIndex and .ItemData, Nm_Operador.Text, Ds_Procura.Text, of a second search row
 // Nm_AtributoPesquisa2 and so on, Grid.Rows, Grid.AddItem, Qt_Encontrados.Text. Raises 5 for a position that the list
 // of attributes does not have.
 class SearchForm final : public LateBound {
  public:
-  struct SearchRow {
-    std::int32_t list_index = -1;  // the position chosen in the list of attributes; -1 none
-    std::string operation{}, text{};
-  };
   SearchRow first;
   std::optional<SearchRow> second;       // where the form has a second row
   std::vector<std::int32_t> attributes;  // of each position in the list of attributes, its ItemData

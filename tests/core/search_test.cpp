@@ -95,11 +95,11 @@ TEST_F(SearchTest, EachOperatorComparesByTheTypeOfTheAttribute) {
 }
 
 TEST_F(SearchTest, TheConditionOfBothRowsAndOfTheCaller) {
-  const SearchForm::SearchRow none, unchosen{-1, "IGUAL A", "ANA"}, nothing{kName, "IGUAL A", ""},
-      name{kName, "CONTENDO", "ANA"}, code{kCode, "IGUAL A", "12"};
+  const SearchRow none, unchosen{-1, "IGUAL A", "ANA"}, nothing{kName, "IGUAL A", ""}, name{kName, "CONTENDO", "ANA"},
+      code{kCode, "IGUAL A", "12"};
   const struct {
-    SearchForm::SearchRow first;
-    std::optional<SearchForm::SearchRow> second;
+    SearchRow first;
+    std::optional<SearchRow> second;
     const char *complement, *where;
   } cases[] = {
       {none, {}, "", ""},
