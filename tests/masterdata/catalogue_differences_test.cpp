@@ -1,4 +1,6 @@
 // What is particular to some classes of the catalogue.
+#include <fmt/format.h>
+
 #include <functional>
 
 #include "posto/masterdata/DALCFOP.h"
@@ -133,7 +135,7 @@ TEST_F(Particular, ListsThatNeedRecords) {
     const auto failure = failure_of(load);
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->number(), erro::kRecordNotFound);
-    EXPECT_EQ(failure->description(), "Registro nao encontrado(" + std::string(name) + ")");
+    EXPECT_EQ(failure->description(), fmt::format("Registro nao encontrado({})", name));
     EXPECT_EQ(failure->source(), step + ", " + step);
     EXPECT_EQ(routines_.back(), "-" + step.substr(4));
     EXPECT_TRUE(settings_->routines().empty());

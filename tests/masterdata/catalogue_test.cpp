@@ -162,7 +162,7 @@ class Catalogue : public DatabaseTest, public ::testing::WithParamInterface<Line
     EXPECT_EQ(columns(), written);
   }
 
-  void expect_list(std::vector<int> keys) {
+  void expect_list(const std::vector<int>& keys) {
     MemoryList list;
     any_.CarregarComboBox(list);
     const std::string statement = tidy(any_.entity->statement());
