@@ -9,11 +9,13 @@
 
 namespace posto::flows {
 
-CsvTable::CsvTable(const std::string& path, std::initializer_list<std::string_view> columns)
-    : name_(std::filesystem::path(path).filename().string()), file_(path) {
+CsvTable::CsvTable(const std::string& path) : name_(std::filesystem::path(path).filename().string()), file_(path) {
   std::string header;
   if (!file_.next(header)) fail("o arquivo está vazio");
   columns_ = split_csv(header).value_or(std::vector<std::string>());
+}
+
+CsvTable::CsvTable(const std::string& path, std::initializer_list<std::string_view> columns) : CsvTable(path) {
   bool same = columns_.size() == columns.size() && std::all_of(columns.begin(), columns.end(), [&](std::string_view c) {
                 return std::find(columns_.begin(), columns_.end(), c) != columns_.end();
               });

@@ -18,6 +18,9 @@ class CsvTable {
  public:
   // The header must have exactly these columns, in any order.
   CsvTable(const std::string& path, std::initializer_list<std::string_view> columns);
+  // Of whatever columns.
+  explicit CsvTable(const std::string& path);
+  const std::vector<std::string>& columns() const { return columns_; }
 
   bool next();  // to the next row that is not blank; false at the end
   // A field of the row; required fields must not be empty.

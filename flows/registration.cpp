@@ -1,14 +1,18 @@
 #include "flows/registration.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "flows/csv_table.h"
+#include "flows/records.h"
 #include "flows/sequence.h"
+#include "flows/stands.h"
 #include "posto/core/error_vocabulary.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
 #include "posto/forecourt/DALBomba.h"
 #include "posto/forecourt/catalogue.h"
+#include "posto/masterdata/DALEmpresaUsuaria.h"
 #include "posto/masterdata/catalogue.h"
 #include "posto/stock/DALCardex.h"
 #include "posto/stock/DALProduto.h"
@@ -17,18 +21,6 @@ namespace posto::flows {
 namespace {
 
 constexpr std::int32_t kMostByte = 255;
-
-// Runs a Consultar: whether the record stands there.
-template <class Read>
-bool stands(Read read) {
-  try {
-    read();
-    return true;
-  } catch (const Erro& failure) {
-    if (failure.number() != erro::kRecordNotFound) throw;
-    return false;
-  }
-}
 
 class Registration {
  public:
@@ -46,8 +38,8 @@ class Registration {
          &Registration::nozzle);
     file("compras.csv", {"data", "documento", "produto", "quantidade", "custo_unitario", "aliquota_icms"},
          &Registration::purchases);
-    bool any = false;
-    for (const Registered& r : result_) any = any || r.found;
+    for (const RecordKind& kind : record_kinds()) records(kind);
+    const bool any = std::any_of(result_.begin(), result_.end(), [](const Registered& r) { return r.found; });
     if (!any) fail("A pasta " + folder_ + " não tem nenhum dos arquivos do cadastro");
     transaction.commit();
     return std::move(result_);
@@ -71,26 +63,27 @@ class Registration {
     result_.push_back(std::move(r));
   }
 
+  // Of a kind that is not in the folder nothing is told.
+  void records(const RecordKind& kind) {
+    Registered r{.file = std::string(kind.table) + ".csv", .found = true};
+    const std::filesystem::path path = std::filesystem::path(folder_) / r.file;
+    if (!std::filesystem::exists(path)) return;
+    CsvTable rows(path.string());
+    while (rows.next()) kind.take(station_, rows) ? ++r.added : ++r.changed;
+    result_.push_back(std::move(r));
+  }
+
   bool company(const CsvTable& row) {
-    const std::string& name = row.required("nome", 50);
-    const std::string settled = DateSemHoraToSql(row.day("corte"), *station_.settings);
-    if (station_.tenant() != 0) {
-      station_.connection().Execute(
-          sql("UPDATE Pessoa SET Nm_Pessoa = {} WHERE Cd_Pessoa = {}", text_literal(name), station_.tenant()));
-      station_.connection().Execute(sql("UPDATE EmpresaUsuaria SET Dt_CorteMovimento = {} WHERE Cd_PessoaUsuaria = {}",
-                                        settled, station_.tenant()));
-      read_company(*station_.settings, station_.tenant());
-      return false;
-    }
-    station_.connection().Execute(
-        sql("INSERT INTO Pessoa (Nm_Pessoa, No_TipoPessoa, Dt_Inclusao) Values ({}, {}, GetDate())", text_literal(name),
-            static_cast<std::int32_t>(Tp_PessoaJuridica)));
-    Recordset key = station_.connection().Execute("SELECT @@IDENTITY AS Cd_Pessoa");
-    const auto code = key["Cd_Pessoa"].as<std::int32_t>();
-    station_.connection().Execute(
-        sql("INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria, Dt_CorteMovimento) Values ({}, {})", code, settled));
-    read_company(*station_.settings, code);
-    return true;
+    DALEmpresaUsuaria company(station_.settings);
+    const bool is_new = station_.tenant() == 0;
+    company.ObVO->Cd_PessoaUsuaria = station_.tenant();
+    if (!is_new) company.Consultar();
+    company.ObVO->Nm_Pessoa = row.required("nome", 50);
+    company.ObVO->No_TipoPessoa = Tp_PessoaJuridica;
+    company.ObVO->Dt_CorteMovimento = row.day("corte");
+    is_new ? company.Incluir() : company.Alterar();
+    read_company(*station_.settings, company.ObVO->Cd_PessoaUsuaria);
+    return is_new;
   }
 
   // The code of a group by its name; 0 when there is none.

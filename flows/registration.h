@@ -19,7 +19,8 @@ struct Registered {
 // combustivel,preco,unidade), tubulacoes.csv (tubulacao,produto), bicos.csv (bico,endereco,produto,tubulacao,
 // encerrante_inicial,bomba,descricao) and compras.csv (data,documento,produto,quantidade,custo_unitario,aliquota_icms).
 // Products are known by their bar code, groups by name, nozzles by number, a purchase by day, document and product:
-// what stands there already is changed (a purchase is left alone), so that a folder can be registered again.
+// what stands there already is changed (a purchase is left alone), so that a folder can be registered again. Then come
+// the files that are named after a table of the master data (records.h): UF.csv, Cliente.csv, Veiculo.csv, ...
 //
 // A purchase is a ledger movement of type 10 that moves the product's stock, average cost and ICMS credit.
 // All of it stands in one transaction: any fault raises 0x80040660 with file and line, and nothing is registered.
