@@ -136,7 +136,7 @@ TEST_F(Particular, ListsThatNeedRecords) {
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->number(), erro::kRecordNotFound);
     EXPECT_EQ(failure->description(), fmt::format("Registro nao encontrado({})", name));
-    EXPECT_EQ(failure->source(), step + ", " + step);
+    EXPECT_EQ(failure->source(), fmt::format("{0}, {0}", step));
     EXPECT_EQ(routines_.back(), "-" + step.substr(4));
     EXPECT_TRUE(settings_->routines().empty());
   }
