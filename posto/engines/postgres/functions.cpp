@@ -2,8 +2,7 @@
 
 namespace posto::postgres {
 
-std::string_view create_functions() {
-  return R"sql(
+const std::string_view kCreateFunctions = R"sql(
 CREATE SCHEMA posto;
 SET LOCAL search_path = posto;
 
@@ -244,6 +243,5 @@ CREATE FUNCTION posto_like_to(pattern text) RETURNS text IMMUTABLE STRICT LANGUA
 CREATE FUNCTION posto_like(x text, pattern text) RETURNS boolean IMMUTABLE STRICT LANGUAGE sql AS
   'SELECT x COLLATE "und-x-icu" ~* coalesce(posto_like_form(pattern), ''x$y'')';
 )sql";
-}
 
 }  // namespace posto::postgres

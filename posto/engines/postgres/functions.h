@@ -6,11 +6,8 @@
 
 namespace posto::postgres {
 
-// Everything of ours in the database stands in this schema, apart from the tables.
-inline constexpr std::string_view kSchema = "posto";
-
-// Statements that create it in an empty database. A function that refuses a value raises one of our own SQLSTATEs
-// (failures.h) with a message for a person.
-std::string_view create_functions();
+// Statements that create it in an empty database, in a schema "posto" apart from the tables. A function that refuses a
+// value raises one of our own SQLSTATEs (failures.h) with a message for a person.
+extern const std::string_view kCreateFunctions;
 
 }  // namespace posto::postgres

@@ -2,13 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <optional>
 #include <utility>
 
-#include "posto/engines/buffered_rows.h"
 #include "posto/engines/postgres/failures.h"
 #include "posto/engines/postgres/functions.h"
-#include "posto/services/clock.h"
 #include "posto/tsql/postgres_ddl.h"
 #include "posto/tsql/postgres_writer.h"
 
@@ -25,15 +22,10 @@ std::vector<Oid> types_of(const tsql::CompiledStatement& statement) {
   return types;
 }
 
-[[noreturn]] void raise_with_statement(const Erro& e, std::string_view statement) {
-  throw Erro(e.number(), "PostgreSQL", e.description(), {.statement = std::string(statement)});
-}
-
 }  // namespace
 
 PostgresEngine::PostgresEngine(const std::string& uri, std::int32_t timeout_seconds, bool empty)
-    : link_(uri, timeout_seconds),
-      cache_([this](std::string_view batch, const tsql::Shape& shape) { return compile(batch, shape); }) {
+    : link_(uri, timeout_seconds) {
   run_own({"SELECT set_config('search_path', current_setting('search_path') || ', posto', false)"});
   if (holds_a_station() != empty) return;
   throw Erro(erro::kProviderFailure, "PostgreSQL",
@@ -48,7 +40,7 @@ bool PostgresEngine::holds_a_station() {
 
 void PostgresEngine::create_schema() {
   std::string script = "BEGIN;";
-  script += create_functions();
+  script += kCreateFunctions;
   script += "SET LOCAL search_path = public, posto;\n";
   for (const Table& table : all_tables()) {
     script += tsql::postgres_create_table(table) + ";\n";
@@ -62,7 +54,7 @@ void PostgresEngine::create_schema() {
 // ---------------------------------------------------------------------------------------------------------------
 
 // The rows of a select: from the server as they are asked for; the rest at once where another statement is to run.
-class PostgresEngine::RunningCursor final : public Cursor {
+class PostgresEngine::RunningCursor final : public RowStream {
  public:
   RunningCursor(std::shared_ptr<PostgresEngine> engine, std::shared_ptr<Batch> batch, KeptStatement& statement,
                 Values values, std::string_view text)
@@ -83,52 +75,18 @@ class PostgresEngine::RunningCursor final : public Cursor {
   const ResultShape& shape() const override { return *statement_.shape(); }
   std::shared_ptr<const ResultShape> shared_shape() const override { return statement_.shape(); }
 
-  bool next(std::span<Cell> row) override {
-    if (rest_) {
-      if (rest_->rows.next(row)) return true;
-      if (rest_->failure) throw *std::exchange(rest_->failure, std::nullopt);
-      return false;
-    }
-    row_ = row;
-    return step(row);
-  }
-
-  // Reads all the rows that are left, so that the connection is free.
-  void read_rest() {
-    auto rest = std::make_unique<Rest>();
-    for (Cell& cell : row_) rest->rows.keep_text(cell);  // the caller still looks at this row
-    std::vector<Cell> row(shape().columns().size());
-    try {
-      while (step(row)) rest->rows.add(row);
-    } catch (const Erro& e) {
-      rest->failure = e;
-    }
-    rest_ = std::move(rest);
-  }
-  // The same within its batch, which a failure ends.
-  void finish() {
-    read_rest();
-    if (rest_->failure) throw *rest_->failure;
-  }
-
  private:
-  struct Rest {
-    BufferedRows rows;
-    std::optional<Erro> failure;  // met behind them
-  };
-
   // Nothing is sent before the first row is asked for: a table that is opened to add to it is not read.
   void start() {
     started_ = true;
     if (engine_->streaming_ != nullptr) std::exchange(engine_->streaming_, nullptr)->read_rest();
-    engine_->send(statement_, values_);
+    engine_->send(statement_, values_, text_);
     engine_->link_.flush();
     engine_->link_.stream(text_);
-    statement_.prepared = statement_.prepared || values_.usual();
     engine_->streaming_ = this;
   }
 
-  bool step(std::span<Cell> row) {
+  bool step(std::span<Cell> row) override {
     if (done_) return false;
     const auto began = Clock::now();
     try {
@@ -146,7 +104,7 @@ class PostgresEngine::RunningCursor final : public Cursor {
       leave();
       engine_->recover();
       if (e.provider()) throw;
-      raise_with_statement(e, text_);
+      throw Erro(e.number(), e.source(), e.description(), {.statement = text_});
     }
     leave();
     return false;
@@ -166,8 +124,6 @@ class PostgresEngine::RunningCursor final : public Cursor {
   Result current_;
   std::chrono::nanoseconds spent_{};
   std::int64_t rows_ = 0;
-  std::span<Cell> row_;  // of the caller, while the cursor stands on it
-  std::unique_ptr<Rest> rest_;
 };
 
 // --- running
@@ -181,67 +137,26 @@ std::shared_ptr<PostgresEngine::Batch> PostgresEngine::compile(std::string_view 
                                       });
 }
 
-std::shared_ptr<PostgresEngine::Batch> PostgresEngine::compiled(std::string_view batch) {
-  shape_.read(batch);
-  try {
-    return cache_.find(batch, shape_);
-  } catch (const Erro& e) {
-    raise_with_statement(e, batch);
-  }
+void PostgresEngine::set_date_order(tsql::DateOrder order) {
+  session_.date_order = order;
+  settings_sent_ = false;
 }
 
-Outcome PostgresEngine::execute(std::string_view batch) { return run(compiled(batch), batch, {}); }
-
-Outcome PostgresEngine::run(const std::shared_ptr<Batch>& batch, std::string_view text,
-                            std::span<const Variant* const> markers) {
-  Outcome outcome;
-  auto& statements = batch->statements;
-  for (std::size_t i = 0; i < statements.size(); ++i) {
-    KeptStatement& statement = statements[i];
-    const tsql::CompiledStatement& compiled = statement.compiled();
-    const std::string_view own_text = statements.size() == 1 ? text : own_part(text, compiled, shape_.literals);
-    if (compiled.kind == tsql::StatementKind::set_date_format) {
-      session_.date_order = tsql::DateOrder::of(compiled.date_format);
-      settings_sent_ = false;
-    } else if (compiled.kind != tsql::StatementKind::select) {
-      outcome.affected = run_writing(statement, own_text, markers);
-    } else {
-      Values values;
-      bind(compiled, own_text, markers, values);
-      auto cursor = std::make_unique<RunningCursor>(shared_from_this(), batch, statement, std::move(values), own_text);
-      if (i + 1 < statements.size()) cursor->finish();
-      outcome.cursor = std::move(cursor);
-    }
-  }
-  return outcome;
-}
-
-void PostgresEngine::bind(const tsql::CompiledStatement& statement, std::string_view text,
-                          std::span<const Variant* const> markers, Values& values) {
+void PostgresEngine::bind(const tsql::CompiledStatement& statement, std::string_view text, Markers markers,
+                          Values& values) {
   values.clear();
-  tsql::BoundValue value;
-  try {
-    for (const tsql::Parameter& p : statement.parameters) {
-      switch (p.from) {
-        case tsql::Parameter::From::literal:
-          bind_literal(shape_.literals[p.ordinal], p, session_.date_order, value);
-          break;
-        case tsql::Parameter::From::marker:
-          if (p.ordinal >= markers.size()) throw Erro(erro::kSyntax, "tsql", "Falta o valor de um parâmetro (?)");
-          bind_variant(*markers[p.ordinal], p, session_.date_order, value);
-          break;
-        case tsql::Parameter::From::now:
-          bind_date(clock_now(), value);
-          break;
-        case tsql::Parameter::From::last_identity:
-          bind_variant(session_.identity(), p, session_.date_order, value);
-          break;
-      }
-      values.add(p, value);
-    }
-  } catch (const Erro& e) {
-    raise_with_statement(e, text);
-  }
+  told_with(text, [&] {
+    each_value(statement, markers,
+               [&](const tsql::Parameter& p, const tsql::BoundValue& value) { values.add(p, value); });
+  });
+}
+
+std::unique_ptr<RowStream> PostgresEngine::start(const std::shared_ptr<Batch>& batch, KeptStatement& statement,
+                                                 std::string_view text, Markers markers) {
+  Values values;
+  bind(statement.compiled(), text, markers, values);
+  auto self = std::static_pointer_cast<PostgresEngine>(shared_from_this());
+  return std::make_unique<RunningCursor>(std::move(self), batch, statement, std::move(values), text);
 }
 
 std::size_t PostgresEngine::send_owed() {
@@ -262,27 +177,33 @@ std::size_t PostgresEngine::send_owed() {
   return commands;
 }
 
-std::size_t PostgresEngine::send(KeptStatement& statement, Values& values) {
-  std::size_t commands = send_owed();
-  if (!values.usual()) {
-    link_.send_once(statement.compiled().text, values);
-    return commands + 1;
+// In an exchange of its own, so that a statement that fails is known to be prepared all the same.
+void PostgresEngine::require_prepared(KeptStatement& statement, std::string_view text) {
+  if (statement.prepared) return;
+  link_.send_prepare(statement.name(), statement.compiled().text, types_of(statement.compiled()));
+  link_.flush();
+  try {
+    link_.finish(text);
+  } catch (const Erro&) {
+    recover();
+    throw;
   }
-  if (!statement.prepared) {
-    link_.send_prepare(statement.name(), statement.compiled().text, types_of(statement.compiled()));
-    ++commands;
-  }
-  link_.send_run(statement.name(), values);
-  return commands + 1;
+  statement.prepared = true;
 }
 
-std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_view text,
-                                         std::span<const Variant* const> markers) {
+std::size_t PostgresEngine::send(KeptStatement& statement, Values& values, std::string_view text) {
+  if (values.usual()) require_prepared(statement, text);
+  const std::size_t commands = send_owed() + 1;
+  values.usual() ? link_.send_run(statement.name(), values) : link_.send_once(statement.compiled().text, values);
+  return commands;
+}
+
+std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_view text, Markers markers) {
   const tsql::CompiledStatement& compiled = statement.compiled();
   bind(compiled, text, markers, values_);
   if (streaming_ != nullptr) std::exchange(streaming_, nullptr)->read_rest();
   const auto started = Clock::now();
-  const std::size_t own = send(statement, values_) - 1;
+  const std::size_t own = send(statement, values_, text) - 1;
   if (in_transaction_) {
     link_.send("RELEASE SAVEPOINT posto");
     link_.send(kSetSavepoint);
@@ -292,7 +213,6 @@ std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_v
   try {
     const std::vector<Result> results = link_.finish(text);
     const PGresult* result = results[own].get();
-    statement.prepared = statement.prepared || values_.usual();
     if (compiled.kind != tsql::StatementKind::create_table)
       rows = std::atoll(PQcmdTuples(const_cast<PGresult*>(result)));
     if (compiled.kind == tsql::StatementKind::insert && rows > 0) {
@@ -314,32 +234,6 @@ std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_v
   return rows;
 }
 
-class PostgresEngine::Prepared final : public PreparedStatement {
- public:
-  Prepared(std::shared_ptr<PostgresEngine> engine, std::shared_ptr<Batch> batch, std::string_view text)
-      : engine_(std::move(engine)), batch_(std::move(batch)), text_(text) {
-    literals_.read(text_);
-  }
-  Outcome run(std::span<const Variant* const> values) override {
-    std::swap(engine_->shape_, literals_);
-    struct Back {
-      Prepared& self;
-      ~Back() { std::swap(self.engine_->shape_, self.literals_); }
-    } back{*this};
-    return engine_->run(batch_, text_, values);
-  }
-
- private:
-  std::shared_ptr<PostgresEngine> engine_;
-  std::shared_ptr<Batch> batch_;
-  std::string text_;
-  tsql::Shape literals_;
-};
-
-std::shared_ptr<PreparedStatement> PostgresEngine::prepare(std::string_view statement) {
-  return std::make_shared<Prepared>(shared_from_this(), compiled(statement), statement);
-}
-
 // The plan for whatever values.
 std::string PostgresEngine::explain(std::string_view statement) {
   std::string plan;
@@ -348,19 +242,15 @@ std::string PostgresEngine::explain(std::string_view statement) {
   for (KeptStatement& kept : batch->statements) {
     const tsql::CompiledStatement& compiled = kept.compiled();
     if (compiled.text.empty() || compiled.kind == tsql::StatementKind::create_table) continue;
-    std::size_t commands = send_owed();
+    require_prepared(kept, statement);
+    const std::size_t commands = send_owed();
     link_.send("SELECT set_config('plan_cache_mode', 'force_generic_plan', false)");
-    if (!kept.prepared) {
-      link_.send_prepare(kept.name(), compiled.text, types_of(compiled));
-      ++commands;
-    }
     std::string nulls;
     for (std::size_t i = 0; i < compiled.parameters.size(); ++i) nulls += i == 0 ? "(NULL" : ", NULL";
     link_.send(("EXPLAIN (COSTS off) EXECUTE " + kept.name() + (nulls.empty() ? "" : nulls + ")")).c_str());
     link_.send("SELECT set_config('plan_cache_mode', 'auto', false)");
     link_.flush();
     const std::vector<Result> results = link_.finish(statement);
-    kept.prepared = true;
     const PGresult* lines = results[commands + 1].get();
     for (int i = 0; i < PQntuples(lines); ++i) plan += std::string(PQgetvalue(lines, i, 0)) + '\n';
   }

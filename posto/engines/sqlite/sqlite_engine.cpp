@@ -5,12 +5,9 @@
 #include <optional>
 #include <utility>
 
-#include "posto/engines/buffered_rows.h"
 #include "posto/engines/sqlite/cursors.h"
 #include "posto/engines/sqlite/failures.h"
 #include "posto/engines/sqlite/functions.h"
-#include "posto/services/clock.h"
-#include "posto/tsql/bound_value.h"
 #include "posto/tsql/sqlite_ddl.h"
 #include "posto/tsql/sqlite_writer.h"
 
@@ -45,8 +42,7 @@ std::int64_t single_integer(sqlite3* database, const char* sql) {
 
 }  // namespace
 
-SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds, bool create)
-    : cache_([this](std::string_view batch, const tsql::Shape& shape) { return compile(batch, shape); }) {
+SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds, bool create) {
   int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
   int code = sqlite3_open_v2(path.c_str(), &database_, flags, nullptr);
   auto refuse = [&](const std::string& why) {
@@ -104,7 +100,7 @@ void SqliteEngine::create_schema() {
 
 // The rows of a prepared statement, read as they are asked for; the rest at once where a change of the database would
 // come in between.
-class SqliteEngine::RunningCursor final : public Cursor {
+class SqliteEngine::RunningCursor final : public RowStream {
  public:
   RunningCursor(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<Batch> batch, KeptStatement& statement,
                 sqlite3_stmt* prepared, std::string_view text)
@@ -126,17 +122,6 @@ class SqliteEngine::RunningCursor final : public Cursor {
   const ResultShape& shape() const override { return *statement_.shape(); }
   std::shared_ptr<const ResultShape> shared_shape() const override { return statement_.shape(); }
 
-  bool next(std::span<Cell> row) override {
-    if (rest_) {
-      if (rest_->rows.next(row)) return true;
-      if (rest_->failure) throw *std::exchange(rest_->failure, std::nullopt);
-      return false;
-    }
-    if (prepared_ == nullptr) return false;
-    row_ = row;
-    return step(row);
-  }
-
   // Whether a statement changes the table from which rows are still to come: a row that is written while the cursor
   // stands on it could be met again.
   bool disturbed_by(const tsql::CompiledStatement& writing) const {
@@ -145,62 +130,39 @@ class SqliteEngine::RunningCursor final : public Cursor {
            std::find(reads.begin(), reads.end(), writing.target) != reads.end();
   }
 
-  // Reads all the rows that are left, so that the database is free of this cursor.
-  void read_rest() {
-    if (prepared_ == nullptr) return;
-    auto rest = std::make_unique<Rest>();
-    for (Cell& cell : row_) rest->rows.keep_text(cell);  // the caller still looks at this row
-    std::vector<Cell> row(shape().columns().size());
-    try {
-      while (step(row)) rest->rows.add(row);
-    } catch (const Erro& e) {
-      rest->failure = e;
-      release();
-    }
-    rest_ = std::move(rest);
-  }
-
-  // The same where it has begun to read.
+  // Reads the rest where it has begun to read.
   void let_go() {
     if (rows_ > 0) read_rest();
   }
-  // The same within its batch, which a failure ends.
-  void finish() {
-    read_rest();
-    if (rest_->failure) throw *rest_->failure;
-  }
 
  private:
-  struct Rest {
-    BufferedRows rows;
-    std::optional<Erro> failure;  // met behind them
-  };
-
   void release() {
     if (prepared_ != nullptr) statement_.give_back(std::exchange(prepared_, nullptr));
   }
 
-  bool step(std::span<Cell> row) {
+  bool step(std::span<Cell> row) override {
+    if (prepared_ == nullptr) return false;
+    try {
+      if (step_and_read(row)) return true;
+    } catch (const Erro&) {
+      release();
+      throw;
+    }
+    release();
+    return false;
+  }
+
+  bool step_and_read(std::span<Cell> row) {
     bool observed = engine_->observer_ != nullptr;
     auto started = observed ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
     engine_->session_.running_since.reset();
     int code = sqlite3_step(prepared_);
     if (observed) spent_ += std::chrono::steady_clock::now() - started;
-    if (code == SQLITE_ROW) {
-      ++rows_;
-      read_row(prepared_, shape(), row);
-      return true;
-    }
-    if (code == SQLITE_DONE) {
-      release();
-      return false;
-    }
-    try {
-      engine_->fail(text_);
-    } catch (const Erro&) {
-      release();
-      throw;
-    }
+    if (code == SQLITE_DONE) return false;
+    if (code != SQLITE_ROW) engine_->fail(text_);
+    ++rows_;
+    read_row(prepared_, shape(), row);
+    return true;
   }
 
   std::shared_ptr<SqliteEngine> engine_;
@@ -210,8 +172,6 @@ class SqliteEngine::RunningCursor final : public Cursor {
   std::string text_;
   std::chrono::nanoseconds spent_{};
   std::int64_t rows_ = 0;
-  std::span<Cell> row_;  // of the caller, while the cursor stands on it
-  std::unique_ptr<Rest> rest_;
 };
 
 // --- running
@@ -224,81 +184,38 @@ std::shared_ptr<SqliteEngine::Batch> SqliteEngine::compile(std::string_view batc
                                       });
 }
 
-std::shared_ptr<SqliteEngine::Batch> SqliteEngine::compiled(std::string_view batch) {
-  shape_.read(batch);
-  try {
-    return cache_.find(batch, shape_);
-  } catch (const Erro& e) {
-    throw Erro(e.number(), "SQLite", e.description(), {.statement = std::string(batch)});
-  }
-}
-
-Outcome SqliteEngine::execute(std::string_view batch) { return run(compiled(batch), batch, {}); }
-
-Outcome SqliteEngine::run(const std::shared_ptr<Batch>& batch, std::string_view text,
-                          std::span<const Variant* const> markers) {
-  Outcome outcome;
-  auto& statements = batch->statements;
-  for (std::size_t i = 0; i < statements.size(); ++i) {
-    KeptStatement& statement = statements[i];
-    const tsql::CompiledStatement& compiled = statement.compiled();
-    const std::string_view own_text = statements.size() == 1 ? text : own_part(text, compiled, shape_.literals);
-    if (compiled.kind == tsql::StatementKind::set_date_format) {
-      session_.date_order = tsql::DateOrder::of(compiled.date_format);
-    } else if (compiled.kind != tsql::StatementKind::select) {
-      outcome.affected = run_writing(statement, own_text, markers);
-    } else {
-      outcome.cursor = start(batch, statement, own_text, markers);
-      bool last = i + 1 == statements.size();
-      if (!last) static_cast<RunningCursor&>(*outcome.cursor).finish();
-    }
-  }
-  return outcome;
-}
-
-void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement,
-                        std::span<const Variant* const> markers, bool at_once) {
-  tsql::BoundValue value;
+void SqliteEngine::bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::string_view text,
+                        Markers markers, bool at_once) {
   if (at_once && date_texts_.size() < statement.parameters.size()) date_texts_.resize(statement.parameters.size());
   int place = 0;
-  for (const tsql::Parameter& p : statement.parameters) {
-    ++place;
-    switch (p.from) {
-      case tsql::Parameter::From::literal:
-        bind_literal(shape_.literals[p.ordinal], p, session_.date_order, value);
-        break;
-      case tsql::Parameter::From::marker:
-        if (p.ordinal >= markers.size()) throw Erro(erro::kSyntax, "tsql", "Falta o valor de um parâmetro (?)");
-        bind_variant(*markers[p.ordinal], p, session_.date_order, value);
-        break;
-      case tsql::Parameter::From::now:
-        bind_date(clock_now(), value);
-        break;
-      case tsql::Parameter::From::last_identity:
-        bind_variant(session_.identity(), p, session_.date_order, value);
-        break;
-    }
-    switch (value.kind) {
-      case tsql::BoundValue::Kind::null:
-        sqlite3_bind_null(prepared, place);
-        break;
-      case tsql::BoundValue::Kind::integer:
-        sqlite3_bind_int64(prepared, place, value.integer);
-        break;
-      case tsql::BoundValue::Kind::real:
-        sqlite3_bind_double(prepared, place, value.real);
-        break;
-      case tsql::BoundValue::Kind::text:
-        if (at_once && !value.lasts && p.type == SqlType::date) {
-          auto& kept = date_texts_[static_cast<std::size_t>(place) - 1];
-          kept = value.date;
-          value.text = {kept.data(), value.text.size()};
-          value.lasts = true;
-        }
-        sqlite3_bind_text64(prepared, place, value.text.data(), value.text.size(),
-                            at_once && value.lasts ? SQLITE_STATIC : SQLITE_TRANSIENT, SQLITE_UTF8);
-        break;
-    }
+  told_with(text, [&] {
+    each_value(statement, markers, [&](const tsql::Parameter& p, tsql::BoundValue& value) {
+      bind_value(prepared, ++place, p, value, at_once);
+    });
+  });
+}
+
+void SqliteEngine::bind_value(sqlite3_stmt* prepared, int place, const tsql::Parameter& p, tsql::BoundValue& value,
+                              bool at_once) {
+  switch (value.kind) {
+    case tsql::BoundValue::Kind::null:
+      sqlite3_bind_null(prepared, place);
+      return;
+    case tsql::BoundValue::Kind::integer:
+      sqlite3_bind_int64(prepared, place, value.integer);
+      return;
+    case tsql::BoundValue::Kind::real:
+      sqlite3_bind_double(prepared, place, value.real);
+      return;
+    case tsql::BoundValue::Kind::text:
+      if (at_once && !value.lasts && p.type == SqlType::date) {
+        auto& kept = date_texts_[static_cast<std::size_t>(place) - 1];
+        kept = value.date;
+        value.text = {kept.data(), value.text.size()};
+        value.lasts = true;
+      }
+      sqlite3_bind_text64(prepared, place, value.text.data(), value.text.size(),
+                          at_once && value.lasts ? SQLITE_STATIC : SQLITE_TRANSIENT, SQLITE_UTF8);
   }
 }
 
@@ -344,24 +261,15 @@ class WholeOrNothing {
   sqlite3* database_;
 };
 
-[[noreturn]] void raise_with_statement(const Erro& e, std::string_view statement) {
-  throw Erro(e.number(), "SQLite", e.description(), {.statement = std::string(statement)});
-}
-
 }  // namespace
 
-std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_view text,
-                                       std::span<const Variant* const> markers) {
+std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_view text, Markers markers) {
   const tsql::CompiledStatement& compiled = statement.compiled();
   auto started = observer_ ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
   session_.running_since.reset();
   Lease lease(statement);
   if (lease.get() == nullptr) fail(text);
-  try {
-    bind(lease.get(), compiled, markers, true);
-  } catch (const Erro& e) {
-    raise_with_statement(e, text);
-  }
+  bind(lease.get(), compiled, text, markers, true);
   for (RunningCursor* cursor : running_) {
     if (cursor->disturbed_by(compiled)) cursor->read_rest();
   }
@@ -390,42 +298,13 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
   return rows;
 }
 
-std::unique_ptr<Cursor> SqliteEngine::start(const std::shared_ptr<Batch>& batch, KeptStatement& statement,
-                                            std::string_view text, std::span<const Variant* const> markers) {
+std::unique_ptr<RowStream> SqliteEngine::start(const std::shared_ptr<Batch>& batch, KeptStatement& statement,
+                                               std::string_view text, Markers markers) {
   Lease lease(statement);
   if (lease.get() == nullptr) fail(text);
-  try {
-    bind(lease.get(), statement.compiled(), markers, false);
-  } catch (const Erro& e) {
-    raise_with_statement(e, text);
-  }
-  return std::make_unique<RunningCursor>(shared_from_this(), batch, statement, lease.release(), text);
-}
-
-class SqliteEngine::Prepared final : public PreparedStatement {
- public:
-  Prepared(std::shared_ptr<SqliteEngine> engine, std::shared_ptr<Batch> batch, std::string_view text)
-      : engine_(std::move(engine)), batch_(std::move(batch)), text_(text) {
-    literals_.read(text_);
-  }
-  Outcome run(std::span<const Variant* const> values) override {
-    std::swap(engine_->shape_, literals_);
-    struct Back {
-      Prepared& self;
-      ~Back() { std::swap(self.engine_->shape_, self.literals_); }
-    } back{*this};
-    return engine_->run(batch_, text_, values);
-  }
-
- private:
-  std::shared_ptr<SqliteEngine> engine_;
-  std::shared_ptr<Batch> batch_;
-  std::string text_;
-  tsql::Shape literals_;
-};
-
-std::shared_ptr<PreparedStatement> SqliteEngine::prepare(std::string_view statement) {
-  return std::make_shared<Prepared>(shared_from_this(), compiled(statement), statement);
+  bind(lease.get(), statement.compiled(), text, markers, false);
+  auto self = std::static_pointer_cast<SqliteEngine>(shared_from_this());
+  return std::make_unique<RunningCursor>(std::move(self), batch, statement, lease.release(), text);
 }
 
 std::string SqliteEngine::explain(std::string_view statement) {

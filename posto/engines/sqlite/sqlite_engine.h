@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "posto/engines/engine.h"
+#include "posto/engines/dialect_engine.h"
 #include "posto/engines/sqlite/kept_statement.h"
 #include "posto/engines/sqlite/session.h"
 
@@ -16,7 +16,7 @@ namespace posto::sqlite {
 
 // Every commit is on the disk before it returns (write-ahead log, full synchronisation), and other processes may read
 // and write the same file. Only text that the dialect's compiler wrote reaches SQLite.
-class SqliteEngine final : public Engine, public std::enable_shared_from_this<SqliteEngine> {
+class SqliteEngine final : public DialectEngine<KeptStatement> {
  public:
   // Opens a file; with `create` makes it when it does not stand there. ":memory:" is a database of its own.
   // Raises 0x80004005.
@@ -24,32 +24,28 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
   ~SqliteEngine() override;
 
   std::string_view name() const override { return "SQLite"; }
-  Outcome execute(std::string_view batch) override;
-  std::shared_ptr<PreparedStatement> prepare(std::string_view statement) override;
   std::string explain(std::string_view statement) override;
-  Variant last_identity() const override { return session_.identity(); }
   void begin() override;
   void commit() override;
   void rollback() override;
   bool in_transaction() const override { return sqlite3_get_autocommit(database_) == 0; }
   void set_command_timeout(std::int32_t seconds) override;
-  void set_observer(StatementObserver observer) override { observer_ = std::move(observer); }
   void create_schema() override;
 
  private:
-  using Batch = KeptBatch<KeptStatement>;
   class RunningCursor;
-  class Prepared;
 
-  std::shared_ptr<Batch> compile(std::string_view batch, const tsql::Shape& shape);
-  std::shared_ptr<Batch> compiled(std::string_view batch);
-  Outcome run(const std::shared_ptr<Batch>& batch, std::string_view text, std::span<const Variant* const> markers);
-  std::unique_ptr<Cursor> start(const std::shared_ptr<Batch>& batch, KeptStatement& statement, std::string_view text,
-                                std::span<const Variant* const> markers);
-  std::int64_t run_writing(KeptStatement& statement, std::string_view text, std::span<const Variant* const> markers);
+  const EngineSession& session() const override { return session_; }
+  std::shared_ptr<Batch> compile(std::string_view batch, const tsql::Shape& shape) override;
+  std::int64_t run_writing(KeptStatement& statement, std::string_view text, Markers markers) override;
+  std::unique_ptr<RowStream> start(const std::shared_ptr<Batch>& batch, KeptStatement& statement, std::string_view text,
+                                   Markers markers) override;
+  void set_date_order(tsql::DateOrder order) override { session_.date_order = order; }
   // `at_once`: the statement is over before the texts of the batch and of the markers go.
-  void bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::span<const Variant* const> markers,
+  void bind(sqlite3_stmt* prepared, const tsql::CompiledStatement& statement, std::string_view text, Markers markers,
             bool at_once);
+  void bind_value(sqlite3_stmt* prepared, int place, const tsql::Parameter& parameter, tsql::BoundValue& value,
+                  bool at_once);
   void run_own(const char* sql);
   void require_transaction() const;
   // Raises SQLite's last failure, met by `statement`.
@@ -58,12 +54,9 @@ class SqliteEngine final : public Engine, public std::enable_shared_from_this<Sq
 
   sqlite3* database_ = nullptr;
   Session session_;
-  StatementCache<KeptStatement> cache_;
-  tsql::Shape shape_;  // of the text under way; keeps its memory
   std::vector<RunningCursor*> running_;
   std::string spare_text_;                        // memory for the text of the next cursor
   std::vector<std::array<char, 24>> date_texts_;  // dates of the statement under way, by their place
-  StatementObserver observer_;
 };
 
 }  // namespace posto::sqlite

@@ -1,0 +1,36 @@
+#include "posto/engines/row_stream.h"
+
+#include <utility>
+#include <vector>
+
+namespace posto {
+
+bool RowStream::next(std::span<Cell> row) {
+  if (!rest_) {
+    row_ = row;
+    return step(row);
+  }
+  if (rest_->rows.next(row)) return true;
+  if (rest_->failure) throw *std::exchange(rest_->failure, std::nullopt);
+  return false;
+}
+
+void RowStream::read_rest() {
+  if (rest_) return;
+  auto rest = std::make_unique<Rest>();
+  for (Cell& cell : row_) rest->rows.keep_text(cell);  // the caller still looks at this row
+  std::vector<Cell> row(shape().columns().size());
+  try {
+    while (step(row)) rest->rows.add(row);
+  } catch (const Erro& e) {
+    rest->failure = e;
+  }
+  rest_ = std::move(rest);
+}
+
+void RowStream::finish() {
+  read_rest();
+  if (rest_->failure) throw *rest_->failure;
+}
+
+}  // namespace posto

@@ -1,0 +1,35 @@
+// The rows of a running statement: read as they are asked for, or taken in at once where the connection is needed.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "posto/engines/buffered_rows.h"
+#include "posto/engines/engine.h"
+#include "posto/types/erro.h"
+
+namespace posto {
+
+class RowStream : public Cursor {
+ public:
+  bool next(std::span<Cell> row) final;
+  // Reads all the rows that are left, so that the connection is free of this cursor. A failure comes behind them.
+  void read_rest();
+  // The same within its batch, which a failure ends.
+  void finish();
+
+ protected:
+  // Reads a row from the database; false behind the last, and ever after. A failure ends it too.
+  virtual bool step(std::span<Cell> row) = 0;
+
+ private:
+  struct Rest {
+    BufferedRows rows;
+    std::optional<Erro> failure;  // met behind them
+  };
+  std::span<Cell> row_;  // of the caller, while the cursor stands on it
+  std::unique_ptr<Rest> rest_;
+};
+
+}  // namespace posto
