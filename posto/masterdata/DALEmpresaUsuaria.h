@@ -32,9 +32,9 @@ class DALEmpresaUsuaria : public Role<VOEmpresaUsuaria, kEmpresaUsuaria> {
   // --- credit
 
   // Raises the credit state of customers with overdue bills (not paid, with a balance), of all companies: blocks the
-  // released ones whose bill has reached its block date (Fl_BloqAutCredito 1), then cancels those whose bill is overdue
-  // by the days that the settings' company grants (Fl_CanCredito 1); in both cases the bill's guarantor too, whatever
-  // the guarantor's own flags. A state only rises; 5 (insolvent) stays. True.
+  // released ones whose bill has reached its block date (Fl_BloqAutCredito 1), and with each the bill's guarantor,
+  // whatever the guarantor's own flags; then cancels those whose bill is overdue by the days that the settings' company
+  // grants (Fl_CanCredito 1), without their guarantors. A state only rises; 5 (insolvent) stays. True.
   // Each customer is a statement of its own. A customer that was raised is not selected again, so a guarantor behind a
   // cut would be left out: a caller to whom that matters holds a transaction.
   bool BloqueiaAutomaticamenteCreditoClienteEmAtraso();
@@ -146,7 +146,7 @@ class DALEmpresaUsuaria : public Role<VOEmpresaUsuaria, kEmpresaUsuaria> {
   std::string moments(Date first, Date last) const;
   bool has_nozzles_under(std::string_view operation, int control);
   Recordset overdue(std::string_view dates, std::string_view customer);
-  void raise_credit_state(Recordset customers, int state);
+  void raise_credit_state(Recordset customers, int state, Names persons);
   void consolidate(Recordset& product, const std::string& reference);
   Recordset payments(Date first, Date last, std::string_view note_columns, std::string_view note_join,
                      std::string_view last_link);

@@ -10,18 +10,22 @@ namespace {
 // States of No_SituacaoCredito that a pass sets.
 constexpr int kBlocked = 3, kCancelled = 4;
 
+// Whose state it is, by the columns of an overdue bill: a guarantor is blocked with the customer, and never cancelled.
+constexpr std::string_view kCustomerAndGuarantor[] = {"Cd_Pessoa", "Cd_PessoaAvalista"};
+constexpr std::string_view kCustomer[] = {"Cd_Pessoa"};
+
 }  // namespace
 
 bool DALEmpresaUsuaria::BloqueiaAutomaticamenteCreditoClienteEmAtraso() {
   return routine("BloqueiaAutomaticamenteCreditoClienteEmAtraso", [&] {
     raise_credit_state(overdue("Dt_BloqueioCredito Between '1980-01-01' And GetDate()",
                                "No_SituacaoCredito = 2 And\r         Fl_BloqAutCredito = 1"),
-                       kBlocked);
+                       kBlocked, kCustomerAndGuarantor);
     const Date today = clock_now();
     const Date limit = today.plus_days(-ObVOSistema->ObVOEmpresaUsuaria->Qt_DiasCancelamentoCredito);
     raise_credit_state(overdue("Dt_BloqueioCredito <= " + day(today) + " And\r         Dt_VencPro <= " + day(limit),
                                "No_SituacaoCredito <> 4 And\r         Fl_CanCredito = 1"),
-                       kCancelled);
+                       kCancelled, kCustomer);
     return true;
   });
 }
@@ -41,9 +45,9 @@ Recordset DALEmpresaUsuaria::overdue(std::string_view dates, std::string_view cu
                       dates, customer));
 }
 
-void DALEmpresaUsuaria::raise_credit_state(Recordset customers, int state) {
+void DALEmpresaUsuaria::raise_credit_state(Recordset customers, int state, Names persons) {
   for (; !customers.EOF(); customers.MoveNext()) {
-    for (std::string_view person : {"Cd_Pessoa", "Cd_PessoaAvalista"}) {
+    for (std::string_view person : persons) {
       if (customers[person].is_null()) continue;
       execute(sql(R"(
           UPDATE Cliente

@@ -35,8 +35,6 @@ void run_and_undo(Engine& engine, const std::string& batch) {
 
 class Corpus : public ::testing::Test {
  protected:
-
-
   testing::TestDatabase database_;
   std::shared_ptr<Engine> engine_ = database_.open();
 };

@@ -76,7 +76,7 @@ TEST_F(CreditBlockTest, AStateRisesAsTheCustomersFlagsAndBillsSay) {
   EXPECT_EQ(again.size(), 3u);
 }
 
-TEST_F(CreditBlockTest, AGuarantorRisesWithTheCustomerInAllCompanies) {
+TEST_F(CreditBlockTest, AGuarantorIsBlockedWithTheCustomerInAllCompaniesAndNeverCancelled) {
   add_customer(7, 2, 1, 1);
   add_customer(7, 1, 0, 0, 2);
   add_bill(7, {.guarantor = "8"});
@@ -89,7 +89,7 @@ TEST_F(CreditBlockTest, AGuarantorRisesWithTheCustomerInAllCompanies) {
   EXPECT_EQ(states(), "7,3\n7,3\n8,3\n9,5\n11,2\n");
   run("UPDATE ContaAReceber SET Dt_VencPro = '2026-10-01' WHERE Cd_PessoaAvalista = 8");
   company_.BloqueiaAutomaticamenteCreditoClienteEmAtraso();
-  EXPECT_EQ(states(), "7,4\n7,4\n8,4\n9,5\n11,2\n");
+  EXPECT_EQ(states(), "7,4\n7,4\n8,3\n9,5\n11,2\n");
 }
 
 TEST_F(CreditBlockTest, TheSummaryOfAPeriodIsReplaced) {
