@@ -77,6 +77,10 @@ TestDatabase::~TestDatabase() {
   if (!folder_.empty()) std::filesystem::remove_all(folder_);
 }
 
+void TestDatabase::disconnect_all() const {
+  Server().run("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '" + name_ + "'");
+}
+
 std::shared_ptr<Engine> TestDatabase::open() {
   return address_ == ":memory:" ? create_database(address_, 5) : open_engine(address_, 5);
 }

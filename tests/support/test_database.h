@@ -21,6 +21,8 @@ class TestDatabase {
 
   // A new connection. One in memory is opened once.
   std::shared_ptr<Engine> open();
+  // Ends all connections to a server's database, as a server that stops does.
+  void disconnect_all() const;
   // What opens it.
   const std::string& address() const { return address_; }
   bool embedded() const { return name_.empty(); }

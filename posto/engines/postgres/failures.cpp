@@ -73,16 +73,19 @@ Failure described(const std::string& state, const PGresult* result) {
   return {erro::kProviderFailure, message};
 }
 
+// The server stops, was told to end this connection, or cannot be reached.
+bool ends_connection(std::string_view state) { return state.starts_with("57P") || state.starts_with("08"); }
+
 }  // namespace
 
 Erro failure_of(PGconn* connection, const PGresult* result, std::string_view statement) {
-  const bool good = PQstatus(connection) == CONNECTION_OK;
-  ProviderDetail detail{.statement = std::string(statement), .connection_good = good};
-  if (result == nullptr || !good) {
+  ProviderDetail detail{.sqlstate = result == nullptr ? "" : field(result, PG_DIAG_SQLSTATE),
+                        .statement = std::string(statement)};
+  if (result == nullptr || PQstatus(connection) != CONNECTION_OK || ends_connection(detail.sqlstate)) {
+    detail.connection_good = false;
     return {erro::kProviderFailure, "PostgreSQL",
             "A conexão com o servidor foi perdida: " + std::string(trim(PQerrorMessage(connection))), detail};
   }
-  detail.sqlstate = field(result, PG_DIAG_SQLSTATE);
   auto [number, description] = described(detail.sqlstate, result);
   return {number, "PostgreSQL", description, detail};
 }

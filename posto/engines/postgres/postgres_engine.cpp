@@ -64,11 +64,7 @@ class PostgresEngine::RunningCursor final : public RowStream {
         values_(std::move(values)),
         text_(text) {}
   ~RunningCursor() override {
-    if (engine_->streaming_ == this) {
-      engine_->streaming_ = nullptr;
-      engine_->link_.abandon();
-      engine_->recover();
-    }
+    if (engine_->streaming_ == this) give_up();
     if (engine_->observer_) engine_->observer_({text_, statement_.compiled().text, spent_, rows_});
   }
 
@@ -76,6 +72,16 @@ class PostgresEngine::RunningCursor final : public RowStream {
   std::shared_ptr<const ResultShape> shared_shape() const override { return statement_.shape(); }
 
  private:
+  void give_up() {
+    engine_->streaming_ = nullptr;
+    engine_->link_.abandon();
+    try {
+      engine_->recover(PQstatus(engine_->link_.connection()) == CONNECTION_OK);
+    } catch (const Erro&) {
+      // The connection is lost: the next statement tells.
+    }
+  }
+
   // Nothing is sent before the first row is asked for: a table that is opened to add to it is not read.
   void start() {
     started_ = true;
@@ -102,7 +108,7 @@ class PostgresEngine::RunningCursor final : public RowStream {
       // A value that has no room here is a failure behind which rows still come.
       if (engine_->link_.streaming()) engine_->link_.abandon();
       leave();
-      engine_->recover();
+      engine_->recover(e);
       if (e.provider()) throw;
       throw Erro(e.number(), e.source(), e.description(), {.statement = text_});
     }
@@ -184,8 +190,8 @@ void PostgresEngine::require_prepared(KeptStatement& statement, std::string_view
   link_.flush();
   try {
     link_.finish(text);
-  } catch (const Erro&) {
-    recover();
+  } catch (const Erro& failure) {
+    recover(failure);
     throw;
   }
   statement.prepared = true;
@@ -225,8 +231,8 @@ std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_v
         session_.last_identity = cell.integer;
       }
     }
-  } catch (const Erro&) {
-    recover();
+  } catch (const Erro& failure) {
+    recover(failure);
     throw;
   }
   if (compiled.creates) session_.temporary_tables.push_back(compiled.creates);
@@ -273,14 +279,10 @@ void PostgresEngine::run_own(std::initializer_list<const char*> commands) {
   link_.finish(*commands.begin());
 }
 
-void PostgresEngine::recover() {
+void PostgresEngine::recover(bool connection_good) {
   settings_sent_ = false;  // those of a statement that failed are taken back with it
-  if (!in_transaction_) return;
-  if (PQstatus(link_.connection()) != CONNECTION_OK) {
-    in_transaction_ = false;
-    return;
-  }
-  run_own({"ROLLBACK TO SAVEPOINT posto"});
+  if (!connection_good) in_transaction_ = false;
+  if (in_transaction_) run_own({"ROLLBACK TO SAVEPOINT posto"});
 }
 
 void PostgresEngine::begin() {

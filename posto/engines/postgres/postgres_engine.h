@@ -44,8 +44,9 @@ class PostgresEngine final : public DialectEngine<KeptStatement> {
   void require_prepared(KeptStatement& statement, std::string_view text);
   std::size_t send_owed();
   void run_own(std::initializer_list<const char*> commands);
-  // Behind a failure: the transaction goes on where it stood before the statement.
-  void recover();
+  // Behind a failure: the transaction goes on where it stood before the statement, or has ended with the connection.
+  void recover(bool connection_good);
+  void recover(const Erro& failure) { recover(!failure.provider() || failure.provider()->connection_good); }
   void require_transaction() const;
   bool holds_a_station();
 
