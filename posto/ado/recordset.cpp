@@ -278,6 +278,12 @@ Variant Recordset::field_value(std::size_t index) {
   return cell_value(cell(index), shape_->columns()[index].type);
 }
 
+const Cell* Recordset::plain_cell(std::size_t index, SqlType type) {
+  if (edit_ || shape_->columns()[index].type != type) return nullptr;
+  const Cell& plain = cell(index);
+  return plain.null ? nullptr : &plain;
+}
+
 void Recordset::set_field(std::size_t index, Variant value) {
   const ResultColumn& column = shape().columns()[index];
   require_updatable();

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "posto/ado/connection.h"
@@ -37,9 +38,7 @@ class Field {
   bool is_null() const;
   // The value as T. Raises 94 for null, 13 and 6 as conversions do.
   template <class T>
-  T as() const {
-    return Value().as<T>();
-  }
+  T as() const;
   // The value as T, or `otherwise` for null.
   template <class T>
   T value_or(T otherwise) const {
@@ -128,6 +127,8 @@ class Recordset {
   void require_kept();
   void require_updatable() const;
   Variant field_value(std::size_t index);
+  // The cell as the database gave it, where it is of this type and not null.
+  const Cell* plain_cell(std::size_t index, SqlType type);
   Variant former_value(std::size_t index);
   void set_field(std::size_t index, Variant value);
   bool is_former(std::size_t index, const Variant& value);
@@ -144,5 +145,16 @@ class Recordset {
   bool open_ = false;
   bool started_ = false;  // the first row was asked for
 };
+
+// The types in which a walk over many rows reckons are read without a Variant.
+template <class T>
+T Field::as() const {
+  if constexpr (std::is_same_v<T, double>) {
+    if (const Cell* cell = set_->plain_cell(index_, SqlType::float64)) return cell->real;
+  } else if constexpr (std::is_same_v<T, std::int32_t>) {
+    if (const Cell* cell = set_->plain_cell(index_, SqlType::int32)) return static_cast<std::int32_t>(cell->integer);
+  }
+  return Value().as<T>();
+}
 
 }  // namespace posto

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "posto/tsql/types.h"
+#include "posto/types/decimal.h"
 #include "posto/types/erro.h"
 #include "posto/types/rounding.h"
 #include "posto/types/text.h"
@@ -25,7 +26,29 @@ std::string place(const Parameter& p) {
   throw Erro(erro::kConversion, "tsql", "O texto '" + shortened(value) + "' não é " + std::string(kind) + place(p));
 }
 
+// A number of at most fifteen digits, as nearly all are: digits and power of ten are exact in a double, so that their
+// quotient is the nearest one. Nothing for any other text.
+std::optional<double> parse_short_real(std::string_view text) {
+  constexpr std::size_t kMostDigits = 15;
+  if (text.size() > kMostDigits + 1) return std::nullopt;
+  std::int64_t digits = 0;
+  std::size_t count = 0, decimals = 0;
+  bool behind_point = false;
+  for (char c : text) {
+    if (c == '.' && !behind_point) {
+      behind_point = true;
+      continue;
+    }
+    if (c < '0' || c > '9' || ++count > kMostDigits) return std::nullopt;
+    digits = digits * 10 + (c - '0');
+    if (behind_point) ++decimals;
+  }
+  if (count == 0) return std::nullopt;
+  return static_cast<double>(digits) / kPowersOfTen[decimals];
+}
+
 std::optional<double> parse_real(std::string_view text) {
+  if (const auto value = parse_short_real(text)) return value;
   if (text.starts_with('+')) text.remove_prefix(1);
   double value = 0;
   auto [behind, error] = std::from_chars(text.data(), text.data() + text.size(), value);
