@@ -600,128 +600,267 @@ INNER JOIN Produto On CondEspecialPreco.Cd_PessoaUsuaria = Produto.Cd_PessoaUsua
 WHERE CondEspecialPreco.Cd_PessoaUsuaria = 1
 
 -- DALEmpresaUsuaria.rsTipoRecebimento
-SELECT *
-FROM TipoRecebimento
+SELECT   Cd_TipoRecebimento, Nm_TipoRecebimento, No_TipoPagamento, No_TipoVencimento, Fl_DisNaVenda, Fl_eCheque
+FROM     TipoRecebimento
 ORDER BY Nm_TipoRecebimento
 
 -- DALEmpresaUsuaria.rsBombas
-SELECT Bomba.*, Produto.Nm_Produto
-FROM Bomba
-INNER JOIN Produto On Bomba.Cd_PessoaUsuaria = Produto.Cd_PessoaUsuaria And Bomba.Cd_Produto = Produto.Cd_Produto
-WHERE Bomba.Cd_PessoaUsuaria = 1
+SELECT   Bomba.Cd_Bomba, Bomba.Ds_Bomba, Bomba.Ds_Bico, Bomba.De_EnderecoLogicoBico, Bomba.Cd_Produto,
+         Produto.Nm_Produto, Produto.Vl_Preco, Bomba.Cd_SisTubulacao, SisTubulacao.Nm_SisTubulacao,
+         Bomba.No_UltEncerrante, Bomba.De_Status, Bomba.Fl_BloquearBico
+FROM     Bomba
+         LEFT JOIN Produto On Bomba.Cd_PessoaUsuaria = Produto.Cd_PessoaUsuaria And
+                              Bomba.Cd_Produto = Produto.Cd_Produto
+         LEFT JOIN SisTubulacao On Bomba.Cd_PessoaUsuaria = SisTubulacao.Cd_PessoaUsuaria And
+                                   Bomba.Cd_SisTubulacao = SisTubulacao.Cd_SisTubulacao
+WHERE    Bomba.Cd_PessoaUsuaria = 1
 ORDER BY Bomba.Cd_Bomba
 
 -- DALEmpresaUsuaria.rsEstoqueAtual (all three signs)
-SELECT GrupoProduto.Nm_GrupoProduto, Produto.Cd_Produto, Produto.Nm_Produto, Produto.Qt_Estoque, Produto.Vl_CustoMedio, Produto.Vl_Preco,
-Round(Produto.Qt_Estoque * Produto.Vl_CustoMedio, 2) As Vl_Total
-FROM Produto
-INNER JOIN GrupoProduto On Produto.Cd_GrupoProduto = GrupoProduto.Cd_GrupoProduto
-WHERE Produto.Cd_PessoaUsuaria = 1
-And Produto.No_Tipo = 1
-And (Produto.Qt_Estoque < 0 Or Produto.Qt_Estoque > 0 Or Produto.Qt_Estoque = 0)
-ORDER BY GrupoProduto.Nm_GrupoProduto, Produto.Nm_Produto
+SELECT   B.Nm_GrupoProduto, A.Cd_Produto, A.Nm_Produto, A.Cd_Unidade, IsNull(A.Qt_Estoque, 0) As Qt_Estoque,
+         IsNull(A.Vl_CustoMedio, 0) As Vl_CustoMedio, A.Vl_Preco,
+         Round(IsNull(A.Qt_Estoque, 0) * IsNull(A.Vl_CustoMedio, 0), 2) As Vl_Total
+FROM     Produto A
+         LEFT JOIN GrupoProduto B On A.Cd_GrupoProduto = B.Cd_GrupoProduto
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.No_Tipo = 1 And
+         (IsNull(A.Qt_Estoque, 0) < 0 Or IsNull(A.Qt_Estoque, 0) > 0 Or IsNull(A.Qt_Estoque, 0) = 0)
+ORDER BY B.Nm_GrupoProduto, A.Nm_Produto
+
+-- DALEmpresaUsuaria.rsEstoqueAtual (none)
+SELECT   B.Nm_GrupoProduto, A.Cd_Produto, A.Nm_Produto, A.Cd_Unidade, IsNull(A.Qt_Estoque, 0) As Qt_Estoque,
+         IsNull(A.Vl_CustoMedio, 0) As Vl_CustoMedio, A.Vl_Preco,
+         Round(IsNull(A.Qt_Estoque, 0) * IsNull(A.Vl_CustoMedio, 0), 2) As Vl_Total
+FROM     Produto A
+         LEFT JOIN GrupoProduto B On A.Cd_GrupoProduto = B.Cd_GrupoProduto
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.No_Tipo = 1 And
+         (A.Qt_Estoque = Null)
+ORDER BY B.Nm_GrupoProduto, A.Nm_Produto
 
 -- DALEmpresaUsuaria.rsTransferenciaEntrada
-SELECT A.*, B.Nm_Produto As Nm_ProdutoBaixa, C.Nm_Produto As Nm_ProdutoEntrada
-FROM ProdutoTransferencia A
-INNER JOIN Produto B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And A.Cd_ProdutoBaixa = B.Cd_Produto
-INNER JOIN Produto C On A.Cd_PessoaUsuaria = C.Cd_PessoaUsuaria And A.Cd_ProdutoEntrada = C.Cd_Produto
-WHERE A.Cd_PessoaUsuaria = 1
+SELECT   A.Cd_ProdutoEntrada, C.Nm_Produto As Nm_ProdutoEntrada, A.Qt_UnidadeEntrada,
+         C.Qt_Estoque As Qt_EstoqueEntrada, A.Cd_ProdutoBaixa, B.Nm_Produto As Nm_ProdutoBaixa,
+         A.Qt_UnidadeBaixa, B.Qt_Estoque As Qt_EstoqueBaixa, A.Ic_TransferenciaAutomatica
+FROM     ProdutoTransferencia A
+         INNER JOIN Produto B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And A.Cd_ProdutoBaixa = B.Cd_Produto
+         INNER JOIN Produto C On A.Cd_PessoaUsuaria = C.Cd_PessoaUsuaria And A.Cd_ProdutoEntrada = C.Cd_Produto
+WHERE    A.Cd_PessoaUsuaria = 1
 ORDER BY C.Nm_Produto, B.Nm_Produto
 
+-- DALEmpresaUsuaria.rsMargemContribuicaoPorProdutoEDia
+SELECT   A.Dt_Emissao, A.Cd_Produto, B.Nm_Produto, Sum(A.Qt_Unidade) As Qt_Vendida,
+         Round(Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)), 2) As Vl_Venda,
+         Round(Sum(Round(A.Qt_Unidade * A.Vl_CustoMedio, 2)), 2) As Vl_Custo,
+         Round(Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)) - Sum(Round(A.Qt_Unidade * A.Vl_CustoMedio, 2)), 2) As Vl_Margem,
+         Case When Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)) = 0 Then 0
+              Else Round((Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)) - Sum(Round(A.Qt_Unidade * A.Vl_CustoMedio, 2))) * 100 / Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)), 2) End As Pc_Margem
+FROM     Cardex A
+         INNER JOIN Produto B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And A.Cd_Produto = B.Cd_Produto
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.No_Tipo = 20 And
+         A.Dt_Emissao Between '2009-04-01' And '2009-04-30'
+GROUP BY A.Dt_Emissao, A.Cd_Produto, B.Nm_Produto
+ORDER BY A.Dt_Emissao, B.Nm_Produto, A.Cd_Produto
+
 -- DALEmpresaUsuaria.rsMargemContribuicaoPorProdutoEDia (fuel only)
-SELECT Cardex.Dt_Emissao, Cardex.Cd_Produto, Produto.Nm_Produto,
-Sum(Cardex.Qt_Unidade) As SomaDeQt_Unidade,
-Sum(Cardex.Qt_Unidade * Cardex.Vl_Unitario) As Vl_Venda,
-Sum(Cardex.Qt_Unidade * Cardex.Vl_CustoMedio) As Vl_Custo
-FROM Cardex
-INNER JOIN Produto On Cardex.Cd_PessoaUsuaria = Produto.Cd_PessoaUsuaria And Cardex.Cd_Produto = Produto.Cd_Produto
-WHERE Cardex.Cd_PessoaUsuaria = 1
-And Cardex.No_Tipo = 20
-And Cardex.Dt_Emissao Between '2009-04-01' And '2009-04-30'
-And Produto.Fl_VendBomba <> 0
-GROUP BY Cardex.Dt_Emissao, Cardex.Cd_Produto, Produto.Nm_Produto
-ORDER BY Cardex.Dt_Emissao, Produto.Nm_Produto
+SELECT   A.Dt_Emissao, A.Cd_Produto, B.Nm_Produto, Sum(A.Qt_Unidade) As Qt_Vendida,
+         Round(Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)), 2) As Vl_Venda,
+         Round(Sum(Round(A.Qt_Unidade * A.Vl_CustoMedio, 2)), 2) As Vl_Custo,
+         Round(Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)) - Sum(Round(A.Qt_Unidade * A.Vl_CustoMedio, 2)), 2) As Vl_Margem,
+         Case When Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)) = 0 Then 0
+              Else Round((Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)) - Sum(Round(A.Qt_Unidade * A.Vl_CustoMedio, 2))) * 100 / Sum(Round(A.Qt_Unidade * A.Vl_Unitario, 2)), 2) End As Pc_Margem
+FROM     Cardex A
+         INNER JOIN Produto B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And A.Cd_Produto = B.Cd_Produto
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.No_Tipo = 20 And
+         A.Dt_Emissao Between '2009-04-01' And '2009-04-30' And
+         B.Fl_VendBomba <> 0
+GROUP BY A.Dt_Emissao, A.Cd_Produto, B.Nm_Produto
+ORDER BY A.Dt_Emissao, B.Nm_Produto, A.Cd_Produto
 
 -- DALEmpresaUsuaria.rsPagamentoDebitosOriginadoDeNotaFiscalNoPeriodo
-SELECT Pagamento.Dt_Pagamento, Pessoa.Nm_Pessoa, ContaAPagarDeNotaEntrada.No_Nota, ContaAPagar.No_ContasAPagar, ContaAPagar.Vl_Debito, Pagamento.Vl_Pagamento
-FROM Pagamento
-INNER JOIN PagamentoDeConta On Pagamento.Cd_PessoaUsuaria = PagamentoDeConta.Cd_PessoaUsuaria And Pagamento.Cd_Pagamento = PagamentoDeConta.Cd_Pagamento
-INNER JOIN ContaAPagar On PagamentoDeConta.Cd_PessoaUsuaria = ContaAPagar.Cd_PessoaUsuaria And PagamentoDeConta.No_ContasAPagar = ContaAPagar.No_ContasAPagar
-INNER JOIN ContaAPagarDeNotaEntrada On ContaAPagar.Cd_PessoaUsuaria = ContaAPagarDeNotaEntrada.Cd_PessoaUsuaria And ContaAPagar.No_ContasAPagar = ContaAPagarDeNotaEntrada.No_ContasAPagar
-INNER JOIN Pessoa On ContaAPagarDeNotaEntrada.Cd_Fornecedor = Pessoa.Cd_Pessoa
-WHERE Pagamento.Cd_PessoaUsuaria = 1
-And Pagamento.Dt_Pagamento Between '2009-04-01' And '2009-04-30'
-ORDER BY Pagamento.Dt_Pagamento, Pessoa.Nm_Pessoa
+SELECT   A.Dt_Pagamento, A.Cd_Pagamento, A.Vl_Pagamento, C.No_ContasAPagar, C.Id_DocumentoFornecedor,
+         C.Dt_Vencimento, C.Vl_Debito, C.Vl_SaldoDebito, C.Cd_Fornecedor, E.Nm_Pessoa, D.Cd_TipoNF, D.No_Nota
+FROM     Pagamento A
+         LEFT JOIN PagamentoDeConta B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And
+                                         A.Cd_Pagamento = B.Cd_Pagamento
+         LEFT JOIN ContaAPagar C On B.Cd_PessoaUsuaria = C.Cd_PessoaUsuaria And
+                                    B.No_ContasAPagar = C.No_ContasAPagar
+         LEFT JOIN ContaAPagarDeNotaEntrada D On C.Cd_PessoaUsuaria = D.Cd_PessoaUsuaria And
+                                                 C.No_ContasAPagar = D.No_ContasAPagar
+         LEFT JOIN Pessoa E On C.Cd_Fornecedor = E.Cd_Pessoa
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.Dt_Pagamento Between '2009-04-01 00:00:00' And '2009-04-30 23:59:59' And
+         (Not D.No_Nota Is Null)
+ORDER BY A.Dt_Pagamento, E.Nm_Pessoa, A.Cd_Pagamento, C.No_ContasAPagar
 
 -- DALEmpresaUsuaria.rsPagamentoDeContasNoPeriodo
-SELECT Pagamento.Dt_Pagamento, Pessoa.Nm_Pessoa, ContaAPagar.No_ContasAPagar, ContaAPagar.Id_DocumentoFornecedor, ContaAPagar.Vl_Debito, Pagamento.Vl_Pagamento
-FROM Pagamento
-INNER JOIN PagamentoDeConta On Pagamento.Cd_PessoaUsuaria = PagamentoDeConta.Cd_PessoaUsuaria And Pagamento.Cd_Pagamento = PagamentoDeConta.Cd_Pagamento
-INNER JOIN ContaAPagar On PagamentoDeConta.Cd_PessoaUsuaria = ContaAPagar.Cd_PessoaUsuaria And PagamentoDeConta.No_ContasAPagar = ContaAPagar.No_ContasAPagar
-LEFT JOIN Pessoa On ContaAPagar.Cd_Fornecedor = Pessoa.Cd_Pessoa
-WHERE Pagamento.Cd_PessoaUsuaria = 1
-And Pagamento.Dt_Pagamento Between '2009-04-01' And '2009-04-30'
-ORDER BY Pagamento.Dt_Pagamento, Pessoa.Nm_Pessoa
+SELECT   A.Dt_Pagamento, A.Cd_Pagamento, A.Vl_Pagamento, C.No_ContasAPagar, C.Id_DocumentoFornecedor,
+         C.Dt_Vencimento, C.Vl_Debito, C.Vl_SaldoDebito, C.Cd_Fornecedor, E.Nm_Pessoa
+FROM     Pagamento A
+         LEFT JOIN PagamentoDeConta B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And
+                                         A.Cd_Pagamento = B.Cd_Pagamento
+         LEFT JOIN ContaAPagar C On B.Cd_PessoaUsuaria = C.Cd_PessoaUsuaria And
+                                    B.No_ContasAPagar = C.No_ContasAPagar
+         LEFT JOIN Pessoa E On C.Cd_Fornecedor = E.Cd_Pessoa
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.Dt_Pagamento Between '2009-04-01 00:00:00' And '2009-04-30 23:59:59' And
+         (Not C.No_ContasAPagar Is Null)
+ORDER BY A.Dt_Pagamento, E.Nm_Pessoa, A.Cd_Pagamento, C.No_ContasAPagar
 
 -- DALEmpresaUsuaria.rsRecebimentosDasVendas
-SELECT TipoRecebimento.Nm_TipoRecebimento, Count(Recebimento.No_Recebimento) As Qt_Recebimentos, Sum(Recebimento.Vl_Recebimento) As SomaDeVl_Recebimento
-FROM Recebimento
-INNER JOIN TipoRecebimento On Recebimento.Cd_TipoRecebimento = TipoRecebimento.Cd_TipoRecebimento
-INNER JOIN RecebimentoCupom On Recebimento.Cd_PessoaUsuaria = RecebimentoCupom.Cd_PessoaUsuaria And Recebimento.No_Recebimento = RecebimentoCupom.No_Recebimento
-WHERE Recebimento.Cd_PessoaUsuaria = 1
-And Recebimento.Tp_DocDebito = 20
-And RecebimentoCupom.Dt_Emissao Between '2009-04-01' And '2009-04-30'
-GROUP BY TipoRecebimento.Nm_TipoRecebimento
-ORDER BY TipoRecebimento.Nm_TipoRecebimento
+SELECT   A.Cd_TipoRecebimento, B.Nm_TipoRecebimento, Count(*) As Qt_Recebimentos,
+         Sum(A.Vl_Recebimento) As Vl_Recebimentos
+FROM     Recebimento A
+         LEFT JOIN TipoRecebimento B On A.Cd_TipoRecebimento = B.Cd_TipoRecebimento
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.Dt_Lancamento Between '2009-04-01 00:00:00' And '2009-04-30 23:59:59' And
+         A.Tp_DocDebito = 20 And
+         A.Ic_Suprimento = 0
+GROUP BY A.Cd_TipoRecebimento, B.Nm_TipoRecebimento
+ORDER BY B.Nm_TipoRecebimento
 
 -- DALEmpresaUsuaria.rsEncerranteInicialFinalEVenda
-SELECT Bomba.Cd_Bomba, Produto.Nm_Produto,
-Min(Abastecimento.No_EncerranteFechamento - Abastecimento.Qt_Litros) As No_EncerranteInicial,
-Max(Abastecimento.No_EncerranteFechamento) As No_EncerranteFinal,
-Sum(Abastecimento.Qt_Litros) As SomaDeQt_Litros
-FROM Abastecimento
-INNER JOIN Bomba On Abastecimento.Cd_PessoaUsuaria = Bomba.Cd_PessoaUsuaria And Abastecimento.De_EnderecoLogicoBico = Bomba.De_EnderecoLogicoBico
-INNER JOIN Produto On Bomba.Cd_PessoaUsuaria = Produto.Cd_PessoaUsuaria And Bomba.Cd_Produto = Produto.Cd_Produto
-WHERE Abastecimento.Cd_PessoaUsuaria = 1
-And Abastecimento.Dt_Termino Between '2009-04-01 00:00:00' And '2009-04-30 23:59:59'
-GROUP BY Bomba.Cd_Bomba, Produto.Nm_Produto
-ORDER BY Bomba.Cd_Bomba
+SELECT   A.Cd_Bomba, A.De_EnderecoLogicoBico, A.Ds_Bico, A.Cd_Produto, B.Nm_Produto,
+         IsNull((SELECT   TOP 1 No_EncerranteFechamento
+                 FROM     Abastecimento
+                 WHERE    Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                          De_EnderecoLogicoBico = A.De_EnderecoLogicoBico And
+                          Dt_Termino < '2009-04-01 00:00:00'
+                 ORDER BY Dt_Termino Desc, No_Contador Desc, Cd_Abastecimento Desc),
+       IsNull(A.No_EncerranteInicial, 0)) As No_EncerranteInicial,
+         IsNull((SELECT   TOP 1 No_EncerranteFechamento
+                 FROM     Abastecimento
+                 WHERE    Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                          De_EnderecoLogicoBico = A.De_EnderecoLogicoBico And
+                          Dt_Termino <= '2009-04-30 23:59:59'
+                 ORDER BY Dt_Termino Desc, No_Contador Desc, Cd_Abastecimento Desc),
+       IsNull(A.No_EncerranteInicial, 0)) As No_EncerranteFinal,
+         Round(IsNull((SELECT Sum(Qt_Litros)
+               FROM   Abastecimento
+               WHERE  Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                      De_EnderecoLogicoBico = A.De_EnderecoLogicoBico And
+                      Dt_Termino Between '2009-04-01 00:00:00' And '2009-04-30 23:59:59' And
+                      Ic_Afericao = 0), 0), 3) As Qt_Venda,
+         Round(IsNull((SELECT Sum(Qt_Litros)
+               FROM   Abastecimento
+               WHERE  Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                      De_EnderecoLogicoBico = A.De_EnderecoLogicoBico And
+                      Dt_Termino Between '2009-04-01 00:00:00' And '2009-04-30 23:59:59' And
+                      Ic_Afericao = 1), 0), 3) As Qt_Afericao,
+         IsNull((SELECT Sum(Vl_Total)
+               FROM   Abastecimento
+               WHERE  Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                      De_EnderecoLogicoBico = A.De_EnderecoLogicoBico And
+                      Dt_Termino Between '2009-04-01 00:00:00' And '2009-04-30 23:59:59' And
+                      Ic_Afericao = 0), 0) As Vl_Venda
+FROM     Bomba A
+         LEFT JOIN Produto B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And A.Cd_Produto = B.Cd_Produto
+WHERE    A.Cd_PessoaUsuaria = 1
+ORDER BY A.Cd_Bomba
 
 -- DALEmpresaUsuaria.rsContaAPagarEmAbertoVencimentoMenorIgualA
-SELECT ContaAPagar.*, Pessoa.Nm_Pessoa
-FROM ContaAPagar
-LEFT JOIN Pessoa On ContaAPagar.Cd_Fornecedor = Pessoa.Cd_Pessoa
-WHERE ContaAPagar.Cd_PessoaUsuaria = 1
-And ContaAPagar.Vl_SaldoDebito > 0
-And ContaAPagar.Dt_Vencimento <= '2009-04-30'
-ORDER BY ContaAPagar.Dt_Vencimento, Pessoa.Nm_Pessoa
+SELECT   A.Dt_Vencimento, A.No_ContasAPagar, A.Id_DocumentoFornecedor, A.Cd_Fornecedor, B.Nm_Pessoa,
+         A.Vl_Debito, A.Vl_Pagamentos, A.Vl_SaldoDebito, A.Vl_MoraDiaria
+FROM     ContaAPagar A
+         LEFT JOIN Pessoa B On A.Cd_Fornecedor = B.Cd_Pessoa
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.Dt_Vencimento <= '2009-04-30' And
+         A.Vl_SaldoDebito > 0
+ORDER BY A.Dt_Vencimento, B.Nm_Pessoa, A.No_ContasAPagar
 
 -- DALEmpresaUsuaria.rsEtiquetaProdutos
-SELECT Produto.Cd_Produto, Produto.Nm_Produto, Produto.Cd_CodBarras, Produto.Vl_Preco
-FROM Produto
-WHERE Produto.Cd_PessoaUsuaria = 1
-And Produto.Cd_Produto In (120,121,122)
-ORDER BY Produto.Nm_Produto
+SELECT   Cd_Produto, Nm_Produto, Cd_CodBarras, Cd_Unidade, Vl_Preco
+FROM     Produto
+WHERE    Cd_PessoaUsuaria = 1 And
+         Cd_Produto In (120,121,122)
+ORDER BY Nm_Produto
+
+-- DALEmpresaUsuaria.rsEtiquetaProdutos (none)
+SELECT   Cd_Produto, Nm_Produto, Cd_CodBarras, Cd_Unidade, Vl_Preco
+FROM     Produto
+WHERE    Cd_PessoaUsuaria = 1 And
+         Cd_Produto In (Null)
+ORDER BY Nm_Produto
 
 -- DALEmpresaUsuaria.rsCuponsDeContaAReceber
-SELECT CupomFiscal.*
-FROM CupomFiscal
-WHERE CupomFiscal.Cd_PessoaUsuaria = 1
-And CupomFiscal.Cd_ContaAReceber = 640
-ORDER BY CupomFiscal.Dt_Emissao, CupomFiscal.No_CupomFiscal
+SELECT   Dt_Emissao, Hr_Emissao, No_Impressora, No_CupomFiscal, Cd_Veiculo, No_Km, No_Requisicao, Vl_Total,
+         Vl_DescontoCF, Vl_TotalLiquido
+FROM     CupomFiscal
+WHERE    Cd_PessoaUsuaria = 1 And
+         Cd_ContaAReceber = 640 And
+         Ic_Excluido = 0
+ORDER BY Dt_Emissao, Hr_Emissao, No_Impressora, No_CupomFiscal
 
 -- DALEmpresaUsuaria.rsConciliacaoEstoqueSisTubulacao
-SELECT ConciliacaoEstoqueSisTubulacao.*, Produto.Nm_Produto
-FROM ConciliacaoEstoqueSisTubulacao
-INNER JOIN SisTubulacao On ConciliacaoEstoqueSisTubulacao.Cd_PessoaUsuaria = SisTubulacao.Cd_PessoaUsuaria And ConciliacaoEstoqueSisTubulacao.Cd_SisTubulacao = SisTubulacao.Cd_SisTubulacao
-INNER JOIN Produto On SisTubulacao.Cd_PessoaUsuaria = Produto.Cd_PessoaUsuaria And SisTubulacao.Cd_Produto = Produto.Cd_Produto
-WHERE ConciliacaoEstoqueSisTubulacao.Cd_PessoaUsuaria = 1
-And ConciliacaoEstoqueSisTubulacao.Dt_Conciliacao = '2009-04-03 06:30:00'
-ORDER BY ConciliacaoEstoqueSisTubulacao.Cd_SisTubulacao
+SELECT   A.Dt_Conciliacao, A.Cd_SisTubulacao, B.Nm_SisTubulacao, B.Cd_Produto, C.Nm_Produto,
+         A.Qt_EstoqueSistema, A.Qt_EstoqueFisico, A.Qt_Diferenca, A.Ds_Observacao
+FROM     ConciliacaoEstoqueSisTubulacao A
+         LEFT JOIN SisTubulacao B On A.Cd_PessoaUsuaria = B.Cd_PessoaUsuaria And
+                                     A.Cd_SisTubulacao = B.Cd_SisTubulacao
+         LEFT JOIN Produto C On B.Cd_PessoaUsuaria = C.Cd_PessoaUsuaria And B.Cd_Produto = C.Cd_Produto
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.Dt_Conciliacao Between '2009-04-30 00:00:00' And '2009-04-30 23:59:59'
+ORDER BY A.Dt_Conciliacao, A.Cd_SisTubulacao
 
 -- DALEmpresaUsuaria.rsECFsCadastrados
-SELECT *
-FROM ECF
-WHERE Cd_PessoaUsuaria = 1
-ORDER BY No_Impressora
+SELECT   A.No_Impressora, A.No_Serie,
+         (SELECT Max(Dt_Movimento)
+          FROM   ReducaoZ
+          WHERE  Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                 No_Impressora = A.No_Impressora) As Dt_UltimaReducaoZ
+FROM     ECF A
+WHERE    A.Cd_PessoaUsuaria = 1
+ORDER BY A.No_Impressora
+
+-- DALEmpresaUsuaria.GerarResumoContaAReceber
+DELETE FROM ResumoContaAReceber
+WHERE  Cd_PessoaUsuaria = 1 And
+       Dt_Inicial = '2009-04-01' And
+       Dt_Final = '2009-04-30'
+
+-- DALEmpresaUsuaria.GerarResumoContaAReceber
+INSERT INTO ResumoContaAReceber
+       (Cd_PessoaUsuaria, Dt_Inicial, Dt_Final, Cd_Pessoa, Qt_Contas, Vl_Debito, Vl_DesPag, Vl_AcrPag,
+        Vl_Pagamentos, Vl_Saldo, Vl_Vencido, Dt_VencimentoMaisAntigo)
+SELECT   Cd_PessoaUsuaria, '2009-04-01', '2009-04-30', Cd_Pessoa, Count(*), Sum(Vl_Debito), Sum(Vl_DesPag), Sum(Vl_AcrPag),
+         Sum(Vl_Pagamentos), Sum(Vl_Saldo),
+         Sum(Case When Dt_VencPro < '2026-11-24' And Vl_Saldo > 0 Then Vl_Saldo Else 0 End),
+         Min(Case When Vl_Saldo > 0 Then Dt_VencPro Else Null End)
+FROM     ContaAReceber
+WHERE    Cd_PessoaUsuaria = 1 And
+         Dt_VencPro Between '2009-04-01' And '2009-04-30' And
+         Not Cd_Pessoa Is Null
+GROUP BY Cd_PessoaUsuaria, Cd_Pessoa
+
+-- DALEmpresaUsuaria.rsEstoque
+SELECT   B.Nm_GrupoProduto, A.Cd_Produto, A.Nm_Produto, A.Cd_Unidade,
+         IsNull((SELECT   TOP 1 Qt_Estoque
+                 FROM     Cardex
+                 WHERE    Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                          Cd_Produto = A.Cd_Produto And
+                          Dt_Emissao <= '2009-04-30'
+                 ORDER BY Dt_Emissao Desc, Cd_LancamentoCardex Desc), IsNull(A.Qt_EstoqueInicial, 0)) As Qt_Estoque,
+         IsNull((SELECT   TOP 1 Vl_CustoMedio
+                 FROM     Cardex
+                 WHERE    Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                          Cd_Produto = A.Cd_Produto And
+                          Dt_Emissao <= '2009-04-30'
+                 ORDER BY Dt_Emissao Desc, Cd_LancamentoCardex Desc), IsNull(A.Vl_CustoMedioInicial, 0)) As Vl_CustoMedio,
+         Round(IsNull((SELECT   TOP 1 Qt_Estoque
+                 FROM     Cardex
+                 WHERE    Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                          Cd_Produto = A.Cd_Produto And
+                          Dt_Emissao <= '2009-04-30'
+                 ORDER BY Dt_Emissao Desc, Cd_LancamentoCardex Desc), IsNull(A.Qt_EstoqueInicial, 0)) * IsNull((SELECT   TOP 1 Vl_CustoMedio
+                 FROM     Cardex
+                 WHERE    Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
+                          Cd_Produto = A.Cd_Produto And
+                          Dt_Emissao <= '2009-04-30'
+                 ORDER BY Dt_Emissao Desc, Cd_LancamentoCardex Desc), IsNull(A.Vl_CustoMedioInicial, 0)), 2) As Vl_Total
+FROM     Produto A
+         LEFT JOIN GrupoProduto B On A.Cd_GrupoProduto = B.Cd_GrupoProduto
+WHERE    A.Cd_PessoaUsuaria = 1 And
+         A.No_Tipo = 1
+ORDER BY B.Nm_GrupoProduto, A.Nm_Produto
