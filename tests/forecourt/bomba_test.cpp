@@ -120,7 +120,8 @@ TEST_F(BombaTest, SavingInsertsWhatIsNotThere) {
   // another failure of Alterar is no reason to insert: the address is taken
   add_nozzle(1, 5, "06");
   ask_for(1, 5, "04");
-  expect_failure(erro::kIntegrity, "SQLite -> DALBomba.Alterar -> DALBomba.Salvar", [&] { nozzle_.Salvar(); });
+  expect_failure(erro::kIntegrity, testing::provider() + " -> DALBomba.Alterar -> DALBomba.Salvar",
+                 [&] { nozzle_.Salvar(); });
   // without any key the way leads to Incluir, with the values as they were
   ask_for(1, 0, "");
   nozzle_.ObVO->Ds_Bomba = "Sem número";
