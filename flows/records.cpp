@@ -13,7 +13,6 @@
 #include "posto/masterdata/DALFuncionario.h"
 #include "posto/masterdata/DALGradeComissao.h"
 #include "posto/masterdata/DALHorarioTrabalho.h"
-#include "posto/masterdata/DALLogradouro.h"
 #include "posto/masterdata/DALPessoa.h"
 #include "posto/masterdata/DALUsuario.h"
 #include "posto/masterdata/DALVeiculo.h"
@@ -171,7 +170,6 @@ constexpr RecordKind kKinds[] = {
     {"Fornecedor", take_role<DALFornecedor, &DALFornecedor::CnpjOuCpfCadastradoComoFornecedor>},
     {"Funcionario", take_role<DALFuncionario, &DALFuncionario::CnpjOuCpfCadastradoComoFuncionario>},
     {"Usuario", take_record<DALUsuario>},
-    {"Logradouro", take_record<DALLogradouro>},
     {"Veiculo", take_record<DALVeiculo>},
     {"Empenho", take_record<DALEmpenho>},
     {"TipoRecebimento", take_record<Entity<VOTipoRecebimento, kTipoRecebimento>>},

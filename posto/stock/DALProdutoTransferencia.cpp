@@ -4,15 +4,6 @@
 
 namespace posto {
 
-bool DALProdutoTransferencia::Existe() {
-  return routine("Existe", [&] {
-    Names key = key_for(Purpose::read);
-    if (key.empty()) raise(erro::kMissingKey);
-    Recordset rs = read(sqlSelect(*ObVOSistema, description().table, vo(), {}, key));
-    return !rs.EOF();
-  });
-}
-
 std::int32_t DALProdutoTransferencia::QuantidadeProdutoTransferencia() {
   return routine("QuantidadeProdutoTransferencia", [&] {
     Recordset rs = read(sql(R"(

@@ -1,7 +1,7 @@
 #include "posto/masterdata/DALEmpenho.h"
-#include "posto/masterdata/DALLogradouro.h"
 #include "posto/masterdata/DALUsuario.h"
 #include "posto/masterdata/DALVeiculo.h"
+#include "posto/masterdata/catalogue.h"
 #include "tests/masterdata/masterdata_test.h"
 
 namespace posto {
