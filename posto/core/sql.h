@@ -86,13 +86,18 @@ class SqlPieces {
   Piece pieces_[kMost];
 };
 
-// A statement's text, checked while compiling to have a hole {} for each part.
+// A statement's text, checked while compiling to have a hole {} for each part. The pieces are a member and no base,
+// because clang 14 and 16 lay out a constant with a base otherwise than its type, and break.
 template <class... Parts>
-class SqlText : public SqlPieces {
+class SqlText {
  public:
-  consteval SqlText(const char* raw) : SqlPieces(raw) {
-    if (holes() != sizeof...(Parts)) throw "a statement needs one part for each {}";
+  consteval SqlText(const char* raw) : pieces_(raw) {
+    if (pieces_.holes() != sizeof...(Parts)) throw "a statement needs one part for each {}";
   }
+  const SqlPieces& pieces() const { return pieces_; }
+
+ private:
+  SqlPieces pieces_;
 };
 
 std::string compose_sql(const SqlPieces& text, std::span<const SqlPart> parts);
@@ -107,10 +112,10 @@ std::string compose_sql(const SqlPieces& text, std::span<const SqlPart> parts);
 template <class... Parts>
 std::string sql(const SqlText<std::type_identity_t<Parts>...>& text, const Parts&... parts) {
   if constexpr (sizeof...(Parts) == 0) {
-    return compose_sql(text, {});
+    return compose_sql(text.pieces(), {});
   } else {
     const SqlPart list[] = {SqlPart(parts)...};
-    return compose_sql(text, list);
+    return compose_sql(text.pieces(), list);
   }
 }
 
