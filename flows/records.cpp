@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "flows/stands.h"
+#include "flows/lookup.h"
 #include "posto/core/error_vocabulary.h"
 #include "posto/masterdata/DALCFOP.h"
 #include "posto/masterdata/DALCartao.h"
@@ -19,7 +19,6 @@
 #include "posto/masterdata/catalogue.h"
 #include "posto/schema/fiscal.h"
 #include "posto/schema/treasury.h"
-#include "posto/stock/DALProduto.h"
 
 namespace posto::flows {
 namespace {
@@ -73,12 +72,6 @@ std::int32_t person_of(Station& station, const std::string& tax_number) {
   DALPessoa person(station.settings);
   person.ObVO->Cd_CgcCpf = tax_number;
   return stands([&] { person.Consultar(); }) ? person.ObVO->Cd_Pessoa : 0;
-}
-
-std::int32_t product_of(Station& station, const std::string& bar_code) {
-  DALProduto product(station.settings);
-  product.ObVO->Cd_CodBarras = bar_code;
-  return stands([&] { product.Consultar(false, false); }) ? product.ObVO->Cd_Produto : 0;
 }
 
 struct Reference {

@@ -4,9 +4,9 @@
 #include <filesystem>
 
 #include "flows/csv_table.h"
+#include "flows/lookup.h"
 #include "flows/records.h"
 #include "flows/sequence.h"
-#include "flows/stands.h"
 #include "posto/core/error_vocabulary.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
@@ -126,11 +126,10 @@ class Registration {
     return is_new;
   }
 
-  std::shared_ptr<VOProduto> product_of(const CsvTable& row) {
-    DALProduto product(station_.settings);
-    product.ObVO->Cd_CodBarras = row.required("produto", 20);
-    if (!stands([&] { product.Consultar(false, false); })) row.fail("produto desconhecido: " + row.text("produto"));
-    return product.ObVO;
+  std::int32_t product_of(const CsvTable& row) {
+    const std::int32_t code = flows::product_of(station_, row.required("produto", 20));
+    if (code == 0) row.fail("produto desconhecido: " + row.text("produto"));
+    return code;
   }
 
   bool piping(const CsvTable& row) {
@@ -138,7 +137,7 @@ class Registration {
     piping.ObVO->Cd_PessoaUsuaria = station_.tenant();
     piping.ObVO->Cd_SisTubulacao = static_cast<std::uint8_t>(row.integer("tubulacao", 1, kMostByte));
     bool is_new = !stands([&] { piping.Consultar(); });
-    piping.ObVO->Cd_Produto = product_of(row)->Cd_Produto;
+    piping.ObVO->Cd_Produto = product_of(row);
     is_new ? piping.Incluir() : piping.Alterar();
     return is_new;
   }
@@ -150,7 +149,7 @@ class Registration {
     vo.Cd_Bomba = static_cast<std::uint8_t>(row.integer("bico", 1, kMostByte));
     bool is_new = !stands([&] { nozzle.Consultar(); });
     vo.De_EnderecoLogicoBico = row.required("endereco", 2);
-    vo.Cd_Produto = product_of(row)->Cd_Produto;
+    vo.Cd_Produto = product_of(row);
     vo.Cd_SisTubulacao = static_cast<std::uint8_t>(row.integer("tubulacao", 1, kMostByte));
     vo.No_EncerranteInicial = row.figure("encerrante_inicial");
     vo.Ds_Bomba = row.required("bomba", 40);
@@ -164,7 +163,7 @@ class Registration {
     DALCardex ledger(station_.settings);
     VOCardex& vo = *ledger.ObVO;
     vo.Cd_PessoaUsuaria = station_.tenant();
-    vo.Cd_Produto = product_of(row)->Cd_Produto;
+    vo.Cd_Produto = product_of(row);
     vo.Dt_Emissao = row.day("data");
     vo.Nm_Doc = row.required("documento", 13);
     if (vo.Nm_Doc.find('\'') != std::string::npos) row.fail("documento com apóstrofo: " + vo.Nm_Doc);

@@ -9,7 +9,7 @@ void add_criar(CLI::App& app, Session& session) {
     auto connection = Connection::create();
     connection->observe(session.observer());
     connection->Create(session.database);
-    fmt::print("Banco {} criado com {} tabelas.\n", session.database, all_tables().size());
+    fmt::print("Banco {} criado com {} tabelas.\n", shown_address(session.database), all_tables().size());
   });
 }
 

@@ -7,6 +7,7 @@
 
 #include "posto/types/erro.h"
 #include "program/command.h"
+#include "program/wrong_use.h"
 
 namespace {
 
@@ -22,6 +23,7 @@ int run(int argc, char** argv) {
       "posto: os fluxos de um posto de combustíveis.\n"
       "Termina com 0 (feito), 1 (recusado, com o que foi encontrado), 2 (uso errado) ou 3 (falha).");
   Session session;
+  speak_portuguese(app);
   app.require_subcommand(1);
   for (auto add : {add_criar, add_cadastrar, add_importar, add_pendentes, add_estoque, add_bicos, add_buscar,
                    add_configurar, add_bloquear_credito, add_consolidar, add_sql}) {

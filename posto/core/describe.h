@@ -72,6 +72,10 @@ constexpr auto inserts_into(const char* table) {
 
 // There is an operation Existe.
 inline constexpr auto existe = [](Description& d) { d.existe = true; };
+// What Consultar says where there is no such record.
+constexpr auto not_read(const char* words) {
+  return [=](Description& d) { d.not_read = words; };
+}
 // Consultar tells the settings that it is entered and left.
 inline constexpr auto enters_reading = [](Description& d) { d.enters_reading = true; };
 

@@ -30,6 +30,8 @@ void tolerant_of_control(Statement&& statement) {
   });
 }
 
+std::string in_parentheses(std::string_view table) { return "(" + std::string(table) + ")"; }
+
 }  // namespace
 
 void ListItems::clear() {
@@ -154,18 +156,27 @@ void EntityBase::execute(std::string statement) {
 // --- operations
 // ---------------------------------------------------------------------------------------------------------
 
-std::string EntityBase::table_in_parentheses() const { return "(" + std::string(description_.table) + ")"; }
+Recordset EntityBase::open_by_key(std::string_view table, Names key, bool reset) {
+  if (key.empty()) raise_missing(reset);
+  Recordset record;
+  tolerant([&] { statement_ = sqlSelect(*ObVOSistema, table, vo(), {}, key); });
+  tolerant([&] { record = open(std::move(statement_)); });
+  return record;
+}
+
+void EntityBase::require_record(Recordset& record, std::string_view table, bool reset) {
+  if (record.EOF() && record.BOF()) raise_and_reset(erro::kRecordNotFound, in_parentheses(table), reset);
+}
 
 // The record that the value object's key finds.
 Recordset EntityBase::open_record(Purpose purpose, bool reset) {
-  Names key = key_for(purpose);
-  if (key.empty()) raise_missing(reset);
-  Recordset record;
-  tolerant([&] { statement_ = sqlSelect(*ObVOSistema, description_.table, vo(), {}, key); });
-  tolerant([&] { record = open(std::move(statement_)); });
-  if (record.EOF() && record.BOF()) {
-    raise_and_reset(erro::kRecordNotFound, table_in_parentheses(), reset);
+  Recordset record = open_by_key(description_.table, key_for(purpose), reset);
+  const bool own_words = purpose == Purpose::read && !description_.not_read.empty();
+  if (own_words && record.EOF() && record.BOF()) {
+    if (reset) vo().RestaurarDefault();
+    raise_described(erro::kRecordNotFound, std::string(description_.not_read));
   }
+  require_record(record, description_.table, reset);
   return record;
 }
 
@@ -194,15 +205,19 @@ void EntityBase::Alterar(bool Ic_Salvando) {
   alter(Ic_Salvando, [&](Recordset& record) { fill(record); });
 }
 
-void EntityBase::alter(bool saving, const std::function<void(Recordset&)>& write, const Step& then) {
+void EntityBase::alter(bool saving, const Write& write, const Step& then) {
   routine("Alterar", [&] {
     Recordset record = open_record(Purpose::change, !saving);
-    tolerant([&] { pegarValorCamposSequencial(vo(), description_.sequence.names(), record); });
-    tolerant([&] { write(record); });
-    tolerant([&] { record.Update(); });
-    record.Close();
+    change_record(record, description_.sequence.names(), write);
     if (then) then();
   });
+}
+
+void EntityBase::change_record(Recordset& record, Names sequence, const Write& write) {
+  tolerant([&] { pegarValorCamposSequencial(vo(), sequence, record); });
+  tolerant([&] { write(record); });
+  tolerant([&] { record.Update(); });
+  record.Close();
 }
 
 // The query without rows, or the table's name: rows are read when they are asked for, so that reads nothing either.
@@ -221,13 +236,16 @@ std::string EntityBase::insert_source() {
 }
 
 void EntityBase::Incluir() {
-  routine("Incluir", [&] {
-    Recordset record = open(insert_source());
-    record.AddNew();
-    fill(record);
-    record.Update();
-    record.Close();
-  });
+  routine("Incluir", [&] { insert_record(insert_source()); });
+}
+
+void EntityBase::insert_record(std::string source, Names read_back) {
+  Recordset record = open(std::move(source));
+  record.AddNew();
+  fill(record);
+  record.Update();
+  pegarValorCamposSequencial(vo(), read_back, record);
+  record.Close();
 }
 
 void EntityBase::Excluir() {
@@ -252,7 +270,7 @@ void EntityBase::load_list_of(LateBound& control, std::string statement) {
     items.clear();
     Recordset rows = detached(std::move(statement));
     if (rows.EOF() && rows.BOF()) {
-      if (description_.list.refuses_empty) raise(erro::kRecordNotFound, table_in_parentheses());
+      if (description_.list.refuses_empty) raise(erro::kRecordNotFound, in_parentheses(description_.table));
     } else {
       items.add("SELECIONE ->", std::int32_t{0});
       for (; !rows.EOF(); rows.MoveNext()) list_record(items, rows);

@@ -60,6 +60,7 @@ struct Description {
   } list{};                             // of CarregarComboBox; without a display there is no such operation
   bool existe = false;                  // there is an operation Existe
   bool enters_reading = false;          // Consultar tells the settings that it is entered and left
+  std::string_view not_read{};          // what Consultar says where there is no record; none: the standard words
 };
 
 // A list control that is being filled, called by name. Failures 13, 438, 440 and 451 of the control go on at the next
@@ -116,7 +117,17 @@ class EntityBase {
   void fill(Recordset& record);
   // Alterar, with `write` putting the value object into the record that was found, and `then` behind its Update.
   using Step = std::function<void()>;
-  void alter(bool saving, const std::function<void(Recordset&)>& write, const Step& then = {});
+  using Write = std::function<void(Recordset&)>;
+  void alter(bool saving, const Write& write, const Step& then = {});
+
+  // The steps of the operations, for a class whose record stands in two tables. The record that a key finds; raises
+  // 0x80040201 without a key. Then 0x80040202 with "(<table>)" where there is none.
+  Recordset open_by_key(std::string_view table, Names key, bool reset);
+  void require_record(Recordset& record, std::string_view table, bool reset);
+  // Changes the record, whose generated columns the value object gets first.
+  void change_record(Recordset& record, Names sequence, const Write& write);
+  // Adds one through a statement or a table's name; the value object gets the columns that were generated for it.
+  void insert_record(std::string source, Names read_back = {});
 
   // The failure road around the inside of an operation, whose name is given here and nowhere else.
   template <class Body>
@@ -139,9 +150,10 @@ class EntityBase {
   void load_list_of(LateBound& control, std::string statement);
   // What the current record shows in the list: the display column, with the key.
   virtual void list_record(ListItems& items, Recordset& record);
+  // An operation that inserts where its update finds no record or no key.
   template <class Update, class Insert>
-  void save(Update update, Insert insert) {
-    routine("Salvar", [&] {
+  void save(std::string_view operation, Update update, Insert insert) {
+    routine(operation, [&] {
       try {
         update();
       } catch (const Erro& failure) {
@@ -188,7 +200,6 @@ class EntityBase {
   [[noreturn]] void leave_with(const Erro& failure) const;
   [[noreturn]] void raise_and_reset(std::int32_t number, std::string_view behind, bool reset);
   Recordset open_record(Purpose purpose, bool reset);
-  std::string table_in_parentheses() const;
   std::string insert_source();
 
   const Description& description_;

@@ -143,6 +143,8 @@ class Engine {
 // Opens the database that a connection string names: "sqlite:FILE" or a plain path, "postgresql://user@host/database".
 // Seconds: how long to wait for a server, or for a file that another process holds. Raises 0x80004005.
 std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds);
+// The connection string as a message may show it: "***" in place of a password.
+std::string shown_address(std::string_view connection_string);
 // Makes a new database with all tables: a file that does not exist, or the tables in an empty database of a server.
 // Raises 0x80004005, and leaves what stood there as it was.
 std::shared_ptr<Engine> create_database(std::string_view connection_string, std::int32_t timeout_seconds);

@@ -69,7 +69,8 @@ void DALBomba::Alterar(bool Ic_Salvando, bool Ic_GravarResponsabilidades, bool I
 }
 
 void DALBomba::Salvar(bool Ic_GravarResponsabilidades) {
-  save([&] { Alterar(true, Ic_GravarResponsabilidades); }, [&] { Incluir(); });
+  save(
+      "Salvar", [&] { Alterar(true, Ic_GravarResponsabilidades); }, [&] { Incluir(); });
 }
 
 double DALBomba::UltimoEncerranteEletronico() {

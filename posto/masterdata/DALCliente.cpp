@@ -12,7 +12,7 @@ VOCliente& DALCliente::Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro) {
 }
 
 void DALCliente::SalvarCliente() {
-  change_or_insert(
+  save(
       "SalvarCliente", [&] { Alterar(true); }, [&] { Incluir(); });
 }
 

@@ -36,56 +36,22 @@ void PersonRole::take_person(std::int32_t key) {
 
 // --- a record of either table
 
-Recordset PersonRole::open_found(const Description& table, Names key, bool reset) {
-  if (key.empty()) raise_missing(reset);
-  Recordset record;
-  tolerant([&] { record = open(sqlSelect(*ObVOSistema, table.table, vo(), {}, key)); });
-  return record;
-}
-
-void PersonRole::require_found(Recordset& record, std::string_view table, bool reset) {
-  if (!record.EOF() || !record.BOF()) return;
-  if (reset) vo().RestaurarDefault();
-  raise(erro::kRecordNotFound, "(" + std::string(table) + ")");
-}
-
 void PersonRole::change(std::string_view operation, const Description& table, Names key, bool saving) {
   routine(operation, [&] {
-    Recordset record = open_found(table, key, !saving);
-    require_found(record, table.table, !saving);
-    tolerant([&] { pegarValorCamposSequencial(vo(), table.sequence.names(), record); });
-    tolerant([&] { fill(record); });
-    tolerant([&] { record.Update(); });
-    record.Close();
+    Recordset record = open_by_key(table.table, key, !saving);
+    require_record(record, table.table, !saving);
+    change_record(record, table.sequence.names(), [&](Recordset& found) { fill(found); });
   });
 }
 
 void PersonRole::insert(std::string_view operation, const Description& table, std::string source) {
-  routine(operation, [&] {
-    Recordset record = open(std::move(source));
-    record.AddNew();
-    fill(record);
-    record.Update();
-    pegarValorCamposSequencial(vo(), table.sequence.names(), record);
-    record.Close();
-  });
-}
-
-void PersonRole::change_or_insert(std::string_view operation, const Step& change, const Step& insert) {
-  routine(operation, [&] {
-    try {
-      change();
-    } catch (const Erro& failure) {
-      if (failure.number() != erro::kMissingKey && failure.number() != erro::kRecordNotFound) throw;
-      insert();
-    }
-  });
+  routine(operation, [&] { insert_record(std::move(source), table.sequence.names()); });
 }
 
 // --- the person
 
 void PersonRole::SalvarPessoa() {
-  change_or_insert(
+  save(
       "SalvarPessoa",
       [&] {
         if (const std::int32_t key = code(role_key()); key != 0) take_person(key);
@@ -100,8 +66,8 @@ void PersonRole::SalvarPessoa() {
 
 void PersonRole::consult_person() {
   routine("ConsultarPessoa", [&] {
-    Recordset record = open_found(kPessoa, person_key(), true);
-    require_found(record, description().table, true);
+    Recordset record = open_by_key("Pessoa", person_key(), true);
+    require_record(record, description().table, true);
     read_record(record, vo());
     record.Close();
     take_person(code("Cd_Pessoa"));
@@ -145,7 +111,7 @@ bool PersonRole::take_first(std::string statement) {
 void PersonRole::consult_both(bool reset_when_missing, const Step& then) {
   consult(reset_when_missing, [&] {
     take_person(code(role_key()));
-    Recordset person = open_found(kPessoa, kPersonKey, false);
+    Recordset person = open_by_key("Pessoa", kPersonKey, false);
     if (!person.EOF()) read_record(person, vo());
     person.Close();
     if (then) then();

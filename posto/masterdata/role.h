@@ -40,8 +40,6 @@ class PersonRole : public EntityBase {
   // The role's record alone, as Alterar<Role> and Incluir<Role> in the path of a failure.
   void change_role(bool saving);
   void insert_role();
-  // An operation that inserts when its change raises 0x80040201 or 0x80040202.
-  void change_or_insert(std::string_view operation, const Step& change, const Step& insert);
   // Consultar over both records, with `then` behind the reading.
   void consult_both(bool reset_when_missing, const Step& then = {});
   void consult_person();
@@ -57,8 +55,6 @@ class PersonRole : public EntityBase {
   Names person_key();
   void take_person(std::int32_t key);
   bool take_first(std::string statement);
-  Recordset open_found(const Description& table, Names key, bool reset);
-  void require_found(Recordset& record, std::string_view table, bool reset);
   void change(std::string_view operation, const Description& table, Names key, bool saving);
   void insert(std::string_view operation, const Description& table, std::string source);
 };

@@ -43,7 +43,14 @@ class Binder {
   const std::vector<std::shared_ptr<TemporaryTable>>& created() const { return created_; }
 
  private:
-  struct Scope;
+  // The tables that an expression may name: those of its own FROM, then those around it.
+  struct Scope {
+    std::vector<Source*> sources;
+    Scope* outer = nullptr;
+    bool aggregates_allowed = false;
+    bool in_aggregate = false;
+    bool has_aggregate = false;
+  };
 
   void bind_select(Select& select, Scope* outer);
   void bind_core(SelectCore& core, Scope& scope);

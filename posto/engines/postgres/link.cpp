@@ -23,8 +23,12 @@ Link::Link(const std::string& connection_string, std::int32_t timeout_seconds) {
   const char* const values[] = {connection_string.c_str(), timeout.c_str(), "UTF8", "posto", nullptr};
   connection_ = PQconnectdbParams(keywords, values, 1);
   if (PQstatus(connection_) != CONNECTION_OK) {
-    const std::string why(trim(PQerrorMessage(connection_)));
+    std::string why(trim(PQerrorMessage(connection_)));
     PQfinish(connection_);
+    // An address that cannot be read is told whole.
+    if (const std::size_t told = why.find(connection_string); told != std::string::npos) {
+      why.replace(told, connection_string.size(), shown_address(connection_string));
+    }
     throw Erro(erro::kProviderFailure, "PostgreSQL", "Não foi possível abrir o banco: " + why,
                {.connection_good = false});
   }

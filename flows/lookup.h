@@ -1,6 +1,9 @@
-// Whether a record is there.
+// What stands in a station already.
 #pragma once
 
+#include <string>
+
+#include "flows/station.h"
 #include "posto/core/error_vocabulary.h"
 
 namespace posto::flows {
@@ -16,5 +19,8 @@ bool stands(Read read) {
     return false;
   }
 }
+
+// The code of a product by its bar code; 0 where there is none.
+std::int32_t product_of(Station& station, const std::string& bar_code);
 
 }  // namespace posto::flows
