@@ -42,7 +42,6 @@ class DialectEngine : public Engine, public std::enable_shared_from_this<Dialect
   virtual void set_date_order(tsql::DateOrder order) = 0;
 
   std::shared_ptr<Batch> compiled(std::string_view batch) {
-    shape_.read(batch);
     return told_with(batch, [&] { return cache_.find(batch, shape_); });
   }
 

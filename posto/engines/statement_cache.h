@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <iterator>
 #include <list>
 #include <memory>
 #include <string>
@@ -61,59 +62,81 @@ class StatementCache {
   using Compile = std::function<Batch(std::string_view batch, const tsql::Shape& shape)>;
   explicit StatementCache(Compile compile) : compile_(std::move(compile)) {}
 
-  // The compiled form of a batch whose shape has just been read. Raises 0x80040E14 when it does not compile.
-  Batch find(std::string_view batch, const tsql::Shape& shape) {
+  // The compiled form of a batch, whose literals are read into `shape`. Raises 0x80040E14 when it does not compile.
+  Batch find(std::string_view batch, tsql::Shape& shape) {
+    if (is_expected(batch, shape)) return form(*last_, batch, shape);
+    shape.read(batch);
     if (shape.text.size() > kLongestShape) return compile_(batch, shape);
-    auto entry = entry_of(shape.text);
-    if (entry == entries_.end()) {
+    auto found = by_shape_.find(shape.text);
+    if (found == by_shape_.end()) {
       Batch compiled = compile_(batch, shape);
-      add({.shape = shape.text, .literals = shape.literals.size(), .forms = {compiled}});
+      add(shape, compiled);
       return compiled;
     }
     // A control character in the text looks like a literal: not kept.
-    if (entry->literals != shape.literals.size()) return compile_(batch, shape);
-    for (const Batch& form : entry->forms) {
-      if (form->compiled.serves(shape.literals)) return form;
-    }
-    Batch compiled = compile_(batch, shape);
-    if (entry->forms.size() == kMostForms) entry->forms.erase(entry->forms.begin());
-    return entry->forms.emplace_back(std::move(compiled));
+    if (found->second->shape.places.size() != shape.literals.size()) return compile_(batch, shape);
+    went_on_to(found->second);
+    return form(*last_, batch, shape);
   }
   void clear() {
     by_shape_.clear();
     entries_.clear();
+    last_ = entries_.end();
   }
 
  private:
   static constexpr std::size_t kMostShapes = 500;
   static constexpr std::size_t kMostForms = 20;
   static constexpr std::size_t kLongestShape = 32 * 1024;  // longer ones are not kept
-  struct Entry {
-    std::string shape;
-    std::size_t literals;
-    std::vector<Batch> forms;  // one for each set of pinned literals
-  };
+  struct Entry;
   using Place = typename std::list<Entry>::iterator;
+  struct Entry {
+    tsql::Shape shape;
+    std::vector<Batch> forms;  // one for each set of pinned literals
+    Place next;                // which was asked behind this one the last time
+  };
 
-  Place entry_of(std::string_view shape) {
-    // A walk asks the same statement again and again: that one is found without its hash.
-    if (!entries_.empty() && entries_.front().shape == shape) return entries_.begin();
-    auto found = by_shape_.find(shape);
-    if (found == by_shape_.end()) return entries_.end();
-    entries_.splice(entries_.begin(), entries_, found->second);
-    return entries_.begin();
+  // A walk asks one statement again and again, a flow asks the same ones in the same order: the statement is first
+  // tried as the last one, then as the one that came behind that.
+  bool is_expected(std::string_view batch, tsql::Shape& shape) {
+    if (last_ == entries_.end()) return false;
+    if (shape.read_as(last_->shape, batch)) return true;
+    if (last_->next == entries_.end() || !shape.read_as(last_->next->shape, batch)) return false;
+    went_on_to(last_->next);
+    return true;
   }
-  void add(Entry entry) {
-    if (entries_.size() == kMostShapes) {
-      by_shape_.erase(entries_.back().shape);
-      entries_.pop_back();
+  void went_on_to(Place entry) {
+    if (last_ != entries_.end()) last_->next = entry;
+    last_ = entry;
+    entries_.splice(entries_.begin(), entries_, entry);
+  }
+  Batch form(Entry& entry, std::string_view batch, const tsql::Shape& shape) {
+    for (const Batch& form : entry.forms) {
+      if (form->compiled.serves(shape.literals)) return form;
     }
-    entries_.push_front(std::move(entry));
-    by_shape_.emplace(entries_.front().shape, entries_.begin());
+    Batch compiled = compile_(batch, shape);
+    if (entry.forms.size() == kMostForms) entry.forms.erase(entry.forms.begin());
+    return entry.forms.emplace_back(std::move(compiled));
+  }
+  void add(const tsql::Shape& shape, const Batch& compiled) {
+    if (entries_.size() == kMostShapes) drop_oldest();
+    entries_.push_front({.shape = shape, .forms = {compiled}, .next = entries_.end()});
+    entries_.front().shape.literals.clear();  // they stand in the batch
+    by_shape_.emplace(entries_.front().shape.text, entries_.begin());
+    went_on_to(entries_.begin());
+  }
+  void drop_oldest() {
+    const Place oldest = std::prev(entries_.end());
+    for (Entry& entry : entries_) {
+      if (entry.next == oldest) entry.next = entries_.end();
+    }
+    by_shape_.erase(oldest->shape.text);
+    entries_.erase(oldest);
   }
 
   Compile compile_;
   std::list<Entry> entries_;  // most recently used first
+  Place last_ = entries_.end();
   std::unordered_map<std::string_view, Place, ShapeHash> by_shape_;
 };
 

@@ -95,6 +95,17 @@ bool begins_number(const char* p, const char* end) {
   return is_digit(*p) || (*p == '.' && p + 1 < end && is_digit(p[1]));
 }
 
+// Reads the text that begins at the quote `p`; false when its closing quote is missing.
+bool read_text(const char* p, const char* end, Literal& literal) {
+  const char* behind = skip_quoted(p, end, '\'');
+  if (behind == nullptr) return false;
+  const bool wild = p[1] == '%' || p[1] == '_' || p[1] == '[';
+  literal = {wild ? LiteralKind::wild_text : LiteralKind::text, {p + 1, static_cast<std::size_t>(behind - p) - 2}};
+  return true;
+}
+
+const char* behind(const Literal& literal) { return literal.raw.data() + literal.raw.size() + is_text(literal.kind); }
+
 }  // namespace
 
 std::string Literal::text() const {
@@ -109,55 +120,51 @@ std::string Literal::text() const {
 
 void Shape::read(std::string_view statement) {
   literals.clear();
+  places.clear();
   text.resize(statement.size());  // never longer than the statement
   char* out = text.data();
   const char* p = statement.data();
   const char* const end = p + statement.size();
   const char* copied = p;  // everything before this is in the shape
-  auto take_out = [&](const Literal& literal, const char* first, const char* behind) {
-    std::size_t plain = static_cast<std::size_t>(first - copied);
+  auto take_out = [&](const Literal& literal) {
+    const auto plain = static_cast<std::size_t>(p - copied);
     std::memcpy(out, copied, plain);
     out += plain;
+    places.push_back(static_cast<std::uint32_t>(out - text.data()));
     *out++ = static_cast<char>(literal.kind);
     literals.push_back(literal);
-    copied = p = behind;
+    copied = p = behind(literal);
   };
+  Literal literal{};
   while (p < end) {
     switch (class_of(*p)) {
       case name:
         p = skip_name(p + 1, end);
         break;
-      case digit: {
-        Literal number = read_number(p, end);
-        take_out(number, p, p + number.raw.size());
+      case digit:
+        take_out(read_number(p, end));
         break;
-      }
       case point:
         if (begins_number(p, end) && (p == statement.data() || !is_name_char(p[-1]))) {
-          Literal number = read_number(p, end);
-          take_out(number, p, p + number.raw.size());
+          take_out(read_number(p, end));
         } else {
           ++p;
         }
         break;
-      case quote: {
-        const char* behind = skip_quoted(p, end, '\'');
-        if (behind == nullptr) {
-          p = end;
+      case quote:
+        if (read_text(p, end, literal)) {
+          take_out(literal);
         } else {
-          const bool wild = p[1] == '%' || p[1] == '_' || p[1] == '[';
-          const LiteralKind kind = wild ? LiteralKind::wild_text : LiteralKind::text;
-          take_out({kind, {p + 1, static_cast<std::size_t>(behind - p) - 2}}, p, behind);
+          p = end;
         }
         break;
-      }
       case dash:
         p = p + 1 < end && p[1] == '-' ? skip_comment(p, end) : p + 1;
         break;
       case bracket:
       case double_quote: {
-        const char* behind = skip_quoted(p, end, *p == '[' ? ']' : '"');
-        p = behind == nullptr ? end : behind;
+        const char* closed = skip_quoted(p, end, *p == '[' ? ']' : '"');
+        p = closed == nullptr ? end : closed;
         break;
       }
       default:
@@ -168,6 +175,38 @@ void Shape::read(std::string_view statement) {
   std::memcpy(out, copied, static_cast<std::size_t>(end - copied));
   out += end - copied;
   text.resize(static_cast<std::size_t>(out - text.data()));
+}
+
+// A token between two literals ends where it ended in the known statement: the bytes are the same, and behind them
+// begins a literal of the same kind. A point alone would be part of the number behind it.
+bool Shape::read_as(const Shape& known, std::string_view statement) {
+  literals.clear();
+  const char* p = statement.data();
+  const char* const end = p + statement.size();
+  const char* const known_text = known.text.data();
+  std::size_t from = 0;
+  auto same_up_to = [&](std::size_t to) {
+    const std::size_t size = to - from;
+    if (static_cast<std::size_t>(end - p) < size || std::memcmp(p, known_text + from, size) != 0) return false;
+    p += size;
+    from = to + 1;
+    return true;
+  };
+  for (const std::uint32_t place : known.places) {
+    if (!same_up_to(place) || p == end) return false;
+    const auto kind = static_cast<LiteralKind>(known_text[place]);
+    Literal literal{};
+    if (is_text(kind)) {
+      if (*p != '\'' || !read_text(p, end, literal)) return false;
+    } else {
+      if (!begins_number(p, end) || (p > statement.data() && p[-1] == '.')) return false;
+      literal = read_number(p, end);
+    }
+    if (literal.kind != kind) return false;
+    literals.push_back(literal);
+    p = behind(literal);
+  }
+  return same_up_to(known.text.size()) && p == end;
 }
 
 std::string shortened(std::string_view text) {

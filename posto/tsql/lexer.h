@@ -24,10 +24,14 @@ struct Literal {
 // text holds a control character in the place of each literal, which tells the literal's kind.
 struct Shape {
   std::string text;
-  std::vector<Literal> literals;  // views into the statement
+  std::vector<std::uint32_t> places;  // of the literals in the text
+  std::vector<Literal> literals;      // views into the statement
 
   // One pass over the statement; keeps the memory of earlier calls.
   void read(std::string_view statement);
+  // Reads the literals of a statement whose shape is likely to be `known`: what stands between them is compared, not
+  // read. False when it is another shape, for `read` to find out.
+  bool read_as(const Shape& known, std::string_view statement);
 };
 
 enum class TokenKind : std::uint8_t { end, identifier, literal, symbol, marker };
