@@ -8,8 +8,7 @@
 #include "posto/masterdata/DALEmpresaUsuaria.h"
 #include "posto/services/clock.h"
 #include "posto/services/memory_progress.h"
-#include "tests/flows/failing_engine.h"
-#include "tests/flows/sample_station.h"
+#include "tests/flows/cut.h"
 
 namespace posto::flows {
 namespace {
@@ -17,16 +16,13 @@ namespace {
 const Date kToday = Date::of_day(2026, 11, 24);
 const Date kDay = Date::of_day(2026, 11, 23);
 
-// A file with customers and products, worked on through an engine that can fail.
+// Customers and products of a company whose work can be cut.
 class CompanyFlowTest : public ::testing::Test {
  protected:
-  CompanyFlowTest() {
-    Connection::create()->Create(file_);
-    auto connection = Connection::create();
-    connection->Open(file_);
+  static void fill(Station& station) {
     auto add = [&](std::string_view table, std::string_view columns, std::initializer_list<std::string_view> list) {
       for (auto values : list)
-        connection->Execute(fmt::format("INSERT INTO {} ({}) Values ({})", table, columns, values));
+        station.connection().Execute(fmt::format("INSERT INTO {} ({}) Values ({})", table, columns, values));
     };
     add("EmpresaUsuaria", "Cd_PessoaUsuaria, Qt_DiasCancelamentoCredito", {"1, 30"});
     add("Pessoa", "Cd_Pessoa, Nm_Pessoa",
@@ -48,22 +44,12 @@ class CompanyFlowTest : public ::testing::Test {
     add("EstoqueConsolidado", "Cd_PessoaUsuaria, Dt_Referencia, Cd_Produto, Qt_Estoque", {"1, '2026-11-23', 1, 99"});
   }
 
-  // Opens a copy of the file, whose work fails from its n-th statement on; 0 never.
-  struct Work {
-    Station station;
-    std::shared_ptr<FailingEngine> engine;
-    std::string file;
-  };
-  Work open_copy(int fail_at) {
-    Work work{.station = {std::make_shared<VOSistema>()},
-              .engine = nullptr,
-              .file = folder_ / fmt::format("{}.db", ++copies_)};
-    std::filesystem::copy_file(file_, work.file);
-    work.engine = std::make_shared<FailingEngine>(open_engine(work.file, 5), fail_at == 0 ? 0 : fail_at + 1);
-    work.station.settings->ObConnection = Connection::create();
-    work.station.connection().Use(work.engine);
-    read_company(*work.station.settings, 1);  // one statement
-    return work;
+  Station filled_station() {
+    {
+      Station empty = database_.open();
+      fill(empty);
+    }
+    return database_.open();
   }
   static std::string state(Connection& connection) {
     return rows_of(connection, "SELECT Cd_Cliente, No_SituacaoCredito FROM Cliente ORDER BY Cd_Cliente") +
@@ -71,40 +57,25 @@ class CompanyFlowTest : public ::testing::Test {
            rows_of(connection, "SELECT * FROM ResumoContaAReceber ORDER BY Cd_Pessoa");
   }
 
-  // Cuts the work at each of its statements and runs it again: it must end like an uncut one. What stands behind a cut
-  // is what stood before the work, where it is one transaction.
-  void cut_everywhere(const std::function<void(Station&)>& work, bool one_transaction) {
-    Work uncut = open_copy(0);
-    const std::string before = state(uncut.station.connection());
-    const int read_before = uncut.engine->statements();
-    work(uncut.station);
-    const int statements = uncut.engine->statements() - read_before;
-    const std::string wanted = state(uncut.station.connection());
-    ASSERT_NE(wanted, before);
-    ASSERT_GT(statements, 2);
-    for (int n = 1; n <= statements; ++n) {
-      Work cut = open_copy(n);
-      EXPECT_THROW(work(cut.station), Erro) << n;
-      cut.station.connection().Close();
-      Station reopened = open_station(cut.file);
-      const std::string behind_cut = state(reopened.connection());
-      EXPECT_TRUE(!one_transaction || behind_cut == before) << "cut at statement " << n;
-      work(reopened);
-      EXPECT_EQ(state(reopened.connection()), wanted) << "cut at statement " << n;
+  // What stands behind a cut is what stood before the work, where it is one transaction.
+  void cut(const std::function<void(Station&)>& work, bool one_transaction) {
+    CutFlow flow{.fill = fill, .work = work, .state = state};
+    if (one_transaction) {
+      const std::string before = state(filled_station().connection());
+      flow.check_cut = [before](Connection& connection) { EXPECT_EQ(state(connection), before); };
     }
+    cut_everywhere(flow);
   }
 
-  TemporaryFolder folder_;
-  std::string file_ = folder_ / "posto.db";
+  StationDatabase database_;
   ClockOverride clock_{kToday.plus_millis(15 * 3'600'000)};
   MemoryProgress form_;
-  int copies_ = 0;
 };
 
 // 7 owes 150.50 since the 10th. 8 guarantees 100.50 of it and the 30 of 9; 9 owes 30 and guarantees 50 of 7, due on the
 // 12th. 12's bill is overdue by more than 30 days; its guarantor 10 is insolvent and stays. 11 has paid.
 TEST_F(CompanyFlowTest, WhoseCreditWasTakenAwayAndWhy) {
-  Station station = open_station(file_);
+  Station station = filled_station();
   std::string told;
   for (const CreditChange& c : bloquear_credito(station)) {
     told += fmt::format("{} {} {} {} {}\n", c.code, c.name, c.cancelled ? "cancelled" : "blocked", c.overdue.text(),
@@ -119,12 +90,12 @@ TEST_F(CompanyFlowTest, WhoseCreditWasTakenAwayAndWhy) {
 }
 
 TEST_F(CompanyFlowTest, ACutBlockRunAgainEndsLikeAnUncutOne) {
-  cut_everywhere([](Station& station) { bloquear_credito(station); }, true);
+  cut([](Station& station) { bloquear_credito(station); }, true);
 }
 
 // 8.5 at 5 is 42.50; 3 at 20.125 is 60.375, which the server rounds up
 TEST_F(CompanyFlowTest, ConsolidatedStockWithItsTotal) {
-  Station station = open_station(file_);
+  Station station = filled_station();
   const ConsolidatedStock stock = consolidar(station, kDay, form_, true);
   ASSERT_EQ(stock.products.size(), 2u);
   EXPECT_EQ(stock.products[0].name, "Óleo A");
@@ -135,15 +106,14 @@ TEST_F(CompanyFlowTest, ConsolidatedStockWithItsTotal) {
 }
 
 TEST_F(CompanyFlowTest, ACutConsolidationRunAgainEndsLikeAnUncutOne) {
-  cut_everywhere([this](Station& station) { consolidar(station, kDay, form_, true); }, true);
+  cut([this](Station& station) { consolidar(station, kDay, form_, true); }, true);
 }
 
 // The class's own sequences, without a transaction around them: each begins by taking away what it is about to write.
 TEST_F(CompanyFlowTest, CutSequencesWithoutATransactionCanRunAgain) {
-  cut_everywhere(
-      [this](Station& station) { DALEmpresaUsuaria(station.settings).PreparaEstoqueConsolidadoFechado(kDay, form_); },
+  cut([this](Station& station) { DALEmpresaUsuaria(station.settings).PreparaEstoqueConsolidadoFechado(kDay, form_); },
       false);
-  cut_everywhere(
+  cut(
       [](Station& station) {
         DALEmpresaUsuaria company(station.settings);
         for (auto rs = company.rsProdutosComVendaNoCardexAtePeriodo(kDay); !rs.EOF(); rs.MoveNext()) {
@@ -152,7 +122,7 @@ TEST_F(CompanyFlowTest, CutSequencesWithoutATransactionCanRunAgain) {
       },
       false);
   // the two statements of the summary, and one more behind them
-  cut_everywhere(
+  cut(
       [](Station& station) {
         DALEmpresaUsuaria company(station.settings);
         company.GerarResumoContaAReceber(Date::of_day(2026, 11, 1), Date::of_day(2026, 11, 30));

@@ -6,8 +6,7 @@
 #include "flows/position.h"
 #include "posto/services/csv.h"
 #include "posto/types/number_pattern.h"
-#include "tests/flows/failing_engine.h"
-#include "tests/flows/sample_station.h"
+#include "tests/flows/cut.h"
 
 namespace posto::flows {
 namespace {
@@ -34,7 +33,8 @@ class ImportTest : public ::testing::Test {
   std::string rows(const std::string& query) { return rows_of(station_.connection(), query); }
 
   TemporaryFolder folder_;
-  Station station_ = registered_station(folder_ / "posto.db");
+  StationDatabase database_;
+  Station station_ = database_.registered();
 };
 
 // The figures were worked out by a model on exact decimals: sample/esperado tells how.
@@ -122,48 +122,26 @@ TEST_F(ImportTest, AFileThatIsNoFileOfReadingsIsRefused) {
   EXPECT_EQ(rows("SELECT Count(*) FROM Abastecimento"), "0\n");
 }
 
-// Whatever statement the import is cut at, the database opens with whole fuellings only, and a second run ends in the
-// same state as an uncut one.
-TEST_F(ImportTest, ACutImportRunAgainEndsLikeAnUncutOne) {
-  const std::string lines = std::string(kHeader) +
-                            "08,7,2026-11-23 08:00:05,40,10.000,6.399,63.99,508224.603\n"
-                            "04,1,2026-11-23 08:01:00,30,2.500,6.199,15.50,1284563.827\n"
-                            "08,8,2026-11-23 08:10:00,40,5.000,6.399,32.00,508229.603\n"
-                            "99,8,2026-11-23 08:10:00,40,5.000,6.399,32.00,508229.603\n";
-  const std::string readings = folder_.write("leituras.csv", lines);
-  station_.connection().Close();
-  auto run = [&](const std::string& file, int fail_at) {
-    auto engine = std::make_shared<FailingEngine>(open_engine(file, 5), fail_at);
-    Station station{std::make_shared<VOSistema>()};
-    station.settings->ObConnection = Connection::create();
-    station.connection().Use(engine);
-    int before = engine->statements();
-    try {
-      read_company(*station.settings, 0);
-      before = engine->statements();
-      import_readings(station, readings);
-    } catch (const Erro&) {
-      EXPECT_GT(fail_at, 0);
-    }
-    return engine->statements() - before;
-  };
-  auto copy = [&](const std::string& name) {
-    std::filesystem::copy_file(folder_ / "posto.db", folder_ / name);
-    return folder_ / name;
-  };
-  const std::string uncut = copy("inteiro.db");
-  const int statements = run(uncut, 0);
-  ASSERT_GT(statements, 20);
-  const std::string wanted = state_of(open_station(uncut).connection());
-  for (int n = 2; n <= statements + 1; ++n) {
-    const std::string cut = copy("cortado" + std::to_string(n) + ".db");
-    run(cut, n);
-    Station reopened = open_station(cut);
-    EXPECT_EQ(rows_of(reopened.connection(), "SELECT Count(*) FROM Abastecimento"),
-              rows_of(reopened.connection(), "SELECT Count(*) FROM Cardex WHERE No_Tipo = 20"));
-    import_readings(reopened, readings);
-    ASSERT_TRUE(state_of(reopened.connection()) == wanted) << "cut at statement " << n;
+// Whatever statement the import is cut at, only whole fuellings stand there.
+TEST(Import, ACutImportRunAgainEndsLikeAnUncutOne) {
+  TemporaryFolder folder;
+  const std::string readings =
+      folder.write("leituras.csv", std::string(kHeader) +
+                                       "08,7,2026-11-23 08:00:05,40,10.000,6.399,63.99,508224.603\n"
+                                       "04,1,2026-11-23 08:01:00,30,2.500,6.199,15.50,1284563.827\n"
+                                       "08,8,2026-11-23 08:10:00,40,5.000,6.399,32.00,508229.603\n"
+                                       "99,8,2026-11-23 08:10:00,40,5.000,6.399,32.00,508229.603\n");
+  for (const char* file : {"empresa.csv", "grupos.csv", "produtos.csv", "tubulacoes.csv", "bicos.csv"}) {
+    std::filesystem::copy(kSample + "/cadastro/" + file, folder / file);
   }
+  cut_everywhere({.fill = [&](Station& station) { register_station(station, folder / "."); },
+                  .work = [&](Station& station) { import_readings(station, readings); },
+                  .state = state_of,
+                  .check_cut =
+                      [](Connection& connection) {
+                        EXPECT_EQ(rows_of(connection, "SELECT Count(*) FROM Abastecimento"),
+                                  rows_of(connection, "SELECT Count(*) FROM Cardex WHERE No_Tipo = 20"));
+                      }});
 }
 
 }  // namespace

@@ -9,8 +9,8 @@ namespace posto::flows {
 namespace {
 
 TEST(Registration, ASecondTimeAddsNothing) {
-  TemporaryFolder folder;
-  Station station = registered_station(folder / "posto.db");
+  StationDatabase database;
+  Station station = database.registered();
   register_station(station,
                    kSample + "/cadastro");  // a nozzle is changed field by field: zeros stand where nulls stood
   const std::string before = state_of(station.connection());
@@ -20,7 +20,8 @@ TEST(Registration, ASecondTimeAddsNothing) {
 
 TEST(Registration, PurchasesMoveStockAndAverages) {
   TemporaryFolder folder;
-  Station station = registered_station(folder / "posto.db");
+  StationDatabase database;
+  Station station = database.registered();
   folder.write("compras.csv",
                "data,documento,produto,quantidade,custo_unitario,aliquota_icms\n"
                "2026-11-24,NF 1,7890000000208,1,10,0\n"  // a service has no stock
@@ -63,7 +64,8 @@ TEST(Registration, AFaultNamesFileAndLineAndNothingIsRegistered) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.content);
     TemporaryFolder folder;
-    Station station = registered_station(folder / "posto.db");
+    StationDatabase database;
+    Station station = database.registered();
     const std::string before = state_of(station.connection());
     folder.write(c.file, c.content);
     try {
@@ -81,7 +83,8 @@ TEST(Registration, AFaultNamesFileAndLineAndNothingIsRegistered) {
 // number.
 TEST(Registration, RecordsAreNamedAfterTheirTables) {
   TemporaryFolder folder;
-  Station station = registered_station(folder / "posto.db");
+  StationDatabase database;
+  Station station = database.registered();
   folder.write("Funcionario.csv", "Cd_CgcCpf,Nm_Pessoa,Dt_Admissao\n52998224725,ANA,2020-01-15\n");
   folder.write("Cliente.csv",
                "Cd_CgcCpf,Vl_LimiteCredito,No_Telefone\n52998224725,1500.50,\n11144477735,,3534001122\n");

@@ -1,4 +1,4 @@
-// A station registered from the sample, in a folder that goes with the test.
+// A station registered from the sample, on the engine of the tests; its files and its database go with the test.
 #pragma once
 
 #include <unistd.h>
@@ -12,6 +12,7 @@
 #include "flows/registration.h"
 #include "flows/station.h"
 #include "posto/ado/recordset.h"
+#include "tests/support/test_database.h"
 
 namespace posto::flows {
 
@@ -36,12 +37,40 @@ class TemporaryFolder {
   std::string path_;
 };
 
-// An open database with the sample's master data and purchases.
+// The database of a station, with all tables and nothing in them. It is opened as often as a test asks: what a second
+// workstation sees, or what stands there behind a cut.
+class StationDatabase {
+ public:
+  // The company is read where one is registered.
+  Station open() const { return open_station(database_.address()); }
+  // What a test wraps an engine around.
+  std::shared_ptr<Engine> engine() { return database_.open(); }
+  // Opened, with the sample's master data and purchases.
+  Station registered() const {
+    Station station = open();
+    register_station(station, kSample + "/cadastro");
+    return station;
+  }
+
+ private:
+  testing::TestDatabase database_{true};
+};
+
+// An open station with the sample's master data and purchases. On SQLite it stands in `file`; on a server it has a
+// database that goes with it. A test that opens it again holds a StationDatabase itself.
 inline Station registered_station(const std::string& file) {
-  Connection::create()->Create(file);
-  Station station = open_station(file);
-  register_station(station, kSample + "/cadastro");
-  return station;
+  if (testing::provider() == "SQLite") {
+    Connection::create()->Create(file);
+    Station station = open_station(file);
+    register_station(station, kSample + "/cadastro");
+    return station;
+  }
+  struct Kept {
+    StationDatabase database;
+    Station station = database.registered();
+  };
+  auto kept = std::make_shared<Kept>();
+  return {std::shared_ptr<VOSistema>(kept, kept->station.settings.get())};
 }
 
 // Rows as one text: columns separated by commas, rows by line feeds.
