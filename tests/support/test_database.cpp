@@ -68,7 +68,7 @@ TestDatabase::TestDatabase(bool shared) {
   name_ = "posto_" + std::to_string(getpid()) + "_" + std::to_string(++number);
   Server here;
   require_template(here);
-  here.run("CREATE DATABASE " + name_ + " TEMPLATE " + kTemplate);
+  here.run("CREATE DATABASE " + name_ + " TEMPLATE " + kTemplate + " STRATEGY FILE_COPY");  // eight times as fast
   address_ = server() + "/" + name_;
 }
 
