@@ -1,8 +1,8 @@
 // Fiscal coupons: the head of each, and the questions about its lines, receipts and fuellings.
 #pragma once
 
-#include "posto/core/entity.h"
 #include "posto/core/enumerations.h"
+#include "posto/fiscal/live_entity.h"
 #include "posto/schema/fiscal.h"
 
 namespace posto {
@@ -15,11 +15,11 @@ inline constexpr Description kCupomFiscal{
 // A coupon changes no stock: its lines bear the codes of ledger movements and fuellings that the caller makes.
 //
 // Standard operations (core/entity.h) with the differences told at each. The key is company, printer, number and day;
-// an operation that needs it raises 0x80040201 where one of the four is missing. Record sets are detached, and of live
-// coupons and lines only where that is not denied.
-class DALCupomFiscal : public Entity<VOCupomFiscal, kCupomFiscal> {
+// an operation that needs it raises 0x80040201 where one of the four is missing. Consultar finds live coupons only.
+// Record sets are detached, and of live coupons and lines only where that is not denied.
+class DALCupomFiscal : public LiveEntity<VOCupomFiscal, kCupomFiscal> {
  public:
-  using Entity::Entity;
+  using LiveEntity::LiveEntity;
 
   // True while the lines that ConsultarItens keeps are good. Incluir, Alterar and Excluir clear it; a caller that needs
   // the lines read again clears it too.
@@ -28,8 +28,6 @@ class DALCupomFiscal : public Entity<VOCupomFiscal, kCupomFiscal> {
   // No_SequencialNota, although the key is not numbered by the database.
   std::vector<std::string> nomeCamposSequencial() const { return {"No_SequencialNota"}; }
 
-  // A deleted coupon counts as not there.
-  VOCupomFiscal& Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false);
   // An empty Id_Empenho becomes null. Both move the coupon's receipts to its cash shift. Incluir writes neither
   // Dt_Movimento nor Vl_DescontoCF, which is 0 then; true.
   void Alterar(bool Ic_Salvando = false);

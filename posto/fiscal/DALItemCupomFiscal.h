@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "posto/core/entity.h"
+#include "posto/fiscal/live_entity.h"
 #include "posto/forecourt/DALBomba.h"
 #include "posto/schema/fiscal.h"
 #include "posto/stock/DALProduto.h"
@@ -17,9 +17,10 @@ inline constexpr Description kItemCupomFiscal{
     .keys = {{"Cd_PessoaUsuaria", "No_Impressora", "No_CupomFiscal", "Dt_Emissao", "No_Item"}}};
 
 // Standard operations (core/entity.h) with the differences told at each. The key is the coupon's and No_Item.
-class DALItemCupomFiscal : public Entity<VOItemCupomFiscal, kItemCupomFiscal> {
+// Consultar finds live lines only.
+class DALItemCupomFiscal : public LiveEntity<VOItemCupomFiscal, kItemCupomFiscal> {
  public:
-  using Entity::Entity;
+  using LiveEntity::LiveEntity;
 
   // The nozzle and the product that go with the line; each has this object's settings whenever it is asked for.
   const std::shared_ptr<DALBomba>& Ob_DALBomba() { return with_settings(nozzle_); }
@@ -27,8 +28,6 @@ class DALItemCupomFiscal : public Entity<VOItemCupomFiscal, kItemCupomFiscal> {
   const std::shared_ptr<DALProduto>& Ob_DALProduto() { return with_settings(product_); }
   void Ob_DALProduto(std::shared_ptr<DALProduto> product) { product_ = std::move(product); }
 
-  // A deleted line counts as not there.
-  VOItemCupomFiscal& Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false);
   // Writes every column that Incluir writes, of the line that the value object's key finds; none is no failure.
   void Alterar(bool Ic_Salvando = false);
   // Adds the line; true.
