@@ -14,4 +14,12 @@ using DALAutomacaoBomba = Entity<VOAutomacaoBomba, kAutomacaoBomba>;
 POSTO_DESCRIPTION(SisTubulacao, keys("Cd_PessoaUsuaria", "Cd_SisTubulacao"), by_query)
 using DALSisTubulacao = Entity<VOSisTubulacao, kSisTubulacao>;
 
+// Tanks, each with its fuel and the piping system that it feeds.
+POSTO_DESCRIPTION(Tanque, keys("Cd_PessoaUsuaria", "No_Tanque"), by_query)
+using DALTanque = Entity<VOTanque, kTanque>;
+
+// What of a purchase went into which tank.
+POSTO_DESCRIPTION(Descarga, keys("Cd_PessoaUsuaria", "No_Entrada", "No_Tanque"), by_query)
+using DALDescarga = Entity<VODescarga, kDescarga>;
+
 }  // namespace posto
