@@ -1,9 +1,15 @@
 #include "posto/engines/row_stream.h"
 
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace posto {
+
+void raise_no_room(const ResultColumn& column, std::string_view provider) {
+  const std::string name = column.name.empty() ? "uma coluna sem nome" : column.name;
+  throw Erro(erro::kDataOverflow, std::string(provider), "Estouro aritmético em " + name);
+}
 
 bool RowStream::next(std::span<Cell> row) {
   if (!rest_) {

@@ -4,12 +4,16 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "posto/engines/buffered_rows.h"
 #include "posto/engines/engine.h"
 #include "posto/types/erro.h"
 
 namespace posto {
+
+// A number that came from the database and that its column's type has no room for: 0x80040E57.
+[[noreturn]] void raise_no_room(const ResultColumn& column, std::string_view provider);
 
 class RowStream : public Cursor {
  public:

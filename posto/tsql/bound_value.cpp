@@ -1,8 +1,12 @@
 #include "posto/tsql/bound_value.h"
 
+#include <fmt/format.h>
+
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <optional>
+#include <utility>
 
 #include "posto/tsql/types.h"
 #include "posto/types/decimal.h"
@@ -186,6 +190,32 @@ void text_as(std::string_view text, const Parameter& p, const DateOrder& order, 
 }
 
 }  // namespace
+
+namespace {
+
+// The least and greatest whole number of a column's type.
+std::pair<std::int64_t, std::int64_t> range_of(SqlType type) {
+  switch (type) {
+    case SqlType::bit:
+      return {0, 1};
+    case SqlType::byte:
+      return {0, 255};
+    case SqlType::int16:
+      return {std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()};
+    default:
+      return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
+  }
+}
+
+}  // namespace
+
+void require_room(const Parameter& p, std::int64_t value) {
+  const auto [low, high] = range_of(p.column != nullptr ? p.column->type : p.type);
+  if (value >= low && value <= high) return;
+  if (p.column == nullptr) throw Erro(erro::kDataOverflow, "tsql", "Estouro aritmético");
+  throw Erro(erro::kDataOverflow, "tsql",
+             fmt::format("O valor não cabe em {}.{} (de {} a {})", p.table->name, p.column->name, low, high));
+}
 
 void bind_date(Date date, BoundValue& out) {
   std::size_t length = date.write_iso(out.date.data());

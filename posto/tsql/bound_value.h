@@ -31,6 +31,8 @@ struct BoundValue {
 void bind_literal(const Literal& literal, const Parameter& parameter, const DateOrder& order, BoundValue& out);
 void bind_variant(const Variant& value, const Parameter& parameter, const DateOrder& order, BoundValue& out);
 void bind_date(Date date, BoundValue& out);
+// Raises 0x80040E57 for a whole number that the parameter's column, or its type, has no room for.
+void require_room(const Parameter& parameter, std::int64_t value);
 
 // Text as the server reads it where a number belongs; blank text is 0. Raises 0x80040E07, 0x80040E57.
 std::int64_t text_to_integer(std::string_view text);

@@ -12,22 +12,16 @@ std::string field(const PGresult* result, int code) {
   return value == nullptr ? "" : value;
 }
 
-// "Table.Column", of a constraint that bears its column's name.
-std::string place(const PGresult* result, int column_field) {
-  return field(result, PG_DIAG_TABLE_NAME) + "." + field(result, column_field);
-}
-
 // "Table (a, b)", from the server's `Key ("a", "b")=(1, 2) already exists.`
-std::string key_of(const PGresult* result) {
-  const std::string detail = field(result, PG_DIAG_MESSAGE_DETAIL);
-  const std::size_t open = detail.find('('), close = detail.find(")=");
+std::string key_of(const ServerWords& words) {
+  const std::size_t open = words.detail.find('('), close = words.detail.find(")=");
   std::string columns;
   if (open != std::string::npos && close != std::string::npos) {
-    for (char c : detail.substr(open, close - open + 1)) {
+    for (char c : words.detail.substr(open, close - open + 1)) {
       if (c != '"') columns += c;
     }
   }
-  return field(result, PG_DIAG_TABLE_NAME) + (columns.empty() ? "" : " " + columns);
+  return words.table + (columns.empty() ? "" : " " + columns);
 }
 
 struct Known {
@@ -55,28 +49,23 @@ constexpr Known kKnown[] = {{"PO107", erro::kConversion, ""},
                             {"54", erro::kSyntax, ""},
                             {"42", erro::kSyntax, ""}};
 
-struct Failure {
-  std::int32_t number;
-  std::string description;
-};
+}  // namespace
 
-Failure described(const std::string& state, const PGresult* result) {
-  if (state == "23502") return {erro::kIntegrity, "Valor nulo não permitido em " + place(result, PG_DIAG_COLUMN_NAME)};
-  if (state == "23505") return {erro::kIntegrity, "Chave duplicada em " + key_of(result)};
-  if (state == "23514") return {erro::kDataOverflow, "O valor não cabe em " + place(result, PG_DIAG_CONSTRAINT_NAME)};
-  const std::string message = field(result, PG_DIAG_MESSAGE_PRIMARY);
+Failure described(const ServerWords& words) {
+  const std::string& state = words.state;
+  // A constraint bears its column's name.
+  if (state == "23502") return {erro::kIntegrity, "Valor nulo não permitido em " + words.table + "." + words.column};
+  if (state == "23505") return {erro::kIntegrity, "Chave duplicada em " + key_of(words)};
+  if (state == "23514") return {erro::kDataOverflow, "O valor não cabe em " + words.table + "." + words.constraint};
   for (const Known& known : kKnown) {
     if (state.starts_with(known.state)) {
-      return {known.number, known.description.empty() ? message : std::string(known.description)};
+      return {known.number, known.description.empty() ? words.message : std::string(known.description)};
     }
   }
-  return {erro::kProviderFailure, message};
+  return {erro::kProviderFailure, words.message};
 }
 
-// The server stops, was told to end this connection, or cannot be reached.
 bool ends_connection(std::string_view state) { return state.starts_with("57P") || state.starts_with("08"); }
-
-}  // namespace
 
 Erro failure_of(PGconn* connection, const PGresult* result, std::string_view statement) {
   ProviderDetail detail{.sqlstate = result == nullptr ? "" : field(result, PG_DIAG_SQLSTATE),
@@ -86,7 +75,12 @@ Erro failure_of(PGconn* connection, const PGresult* result, std::string_view sta
     return {erro::kProviderFailure, "PostgreSQL",
             "A conexão com o servidor foi perdida: " + std::string(trim(PQerrorMessage(connection))), detail};
   }
-  auto [number, description] = described(detail.sqlstate, result);
+  auto [number, description] = described({.state = detail.sqlstate,
+                                          .message = field(result, PG_DIAG_MESSAGE_PRIMARY),
+                                          .detail = field(result, PG_DIAG_MESSAGE_DETAIL),
+                                          .table = field(result, PG_DIAG_TABLE_NAME),
+                                          .column = field(result, PG_DIAG_COLUMN_NAME),
+                                          .constraint = field(result, PG_DIAG_CONSTRAINT_NAME)});
   return {number, "PostgreSQL", description, detail};
 }
 

@@ -1,5 +1,8 @@
 #include "posto/engines/postgres/functions.h"
 
+#include "posto/schema/table.h"
+#include "posto/tsql/postgres_ddl.h"
+
 namespace posto::postgres {
 
 const std::string_view kCreateFunctions = R"sql(
@@ -243,5 +246,16 @@ CREATE FUNCTION posto_like_to(pattern text) RETURNS text IMMUTABLE STRICT LANGUA
 CREATE FUNCTION posto_like(x text, pattern text) RETURNS boolean IMMUTABLE STRICT LANGUAGE sql AS
   'SELECT x COLLATE "und-x-icu" ~* coalesce(posto_like_form(pattern), ''x$y'')';
 )sql";
+
+std::string creating_script() {
+  std::string script = "BEGIN;";
+  script += kCreateFunctions;
+  script += "SET LOCAL search_path = public, posto;\n";
+  for (const Table& table : all_tables()) {
+    script += tsql::postgres_create_table(table) + ";\n";
+    for (const std::string& index : tsql::postgres_create_indexes(table)) script += index + ";\n";
+  }
+  return script + "COMMIT;";
+}
 
 }  // namespace posto::postgres

@@ -2,6 +2,7 @@
 // as the dialect wants.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace posto::postgres {
@@ -9,5 +10,8 @@ namespace posto::postgres {
 // Statements that create it in an empty database, in a schema "posto" apart from the tables. A function that refuses a
 // value raises one of our own SQLSTATEs (failures.h) with a message for a person.
 extern const std::string_view kCreateFunctions;
+
+// All that an empty database needs, the tables and indexes of the catalogue too, as one script: all of it or nothing.
+std::string creating_script();
 
 }  // namespace posto::postgres

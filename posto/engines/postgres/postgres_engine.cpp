@@ -6,7 +6,6 @@
 
 #include "posto/engines/postgres/failures.h"
 #include "posto/engines/postgres/functions.h"
-#include "posto/tsql/postgres_ddl.h"
 #include "posto/tsql/postgres_writer.h"
 
 namespace posto::postgres {
@@ -38,17 +37,7 @@ bool PostgresEngine::holds_a_station() {
   return PQntuples(link_.finish({}).back().get()) > 0;
 }
 
-void PostgresEngine::create_schema() {
-  std::string script = "BEGIN;";
-  script += kCreateFunctions;
-  script += "SET LOCAL search_path = public, posto;\n";
-  for (const Table& table : all_tables()) {
-    script += tsql::postgres_create_table(table) + ";\n";
-    for (const std::string& index : tsql::postgres_create_indexes(table)) script += index + ";\n";
-  }
-  script += "COMMIT;";
-  link_.script(script.c_str());
-}
+void PostgresEngine::create_schema() { link_.script(creating_script().c_str()); }
 
 // --- rows
 // ---------------------------------------------------------------------------------------------------------------
@@ -285,9 +274,10 @@ void PostgresEngine::recover(bool connection_good) {
   if (in_transaction_) run_own({"ROLLBACK TO SAVEPOINT posto"});
 }
 
+// A transaction sees one state of the database, and fails where it would write over what another one wrote since.
 void PostgresEngine::begin() {
   if (in_transaction_) throw Erro(erro::kTransactionOpen, "PostgreSQL", "Já há uma transação aberta");
-  run_own({"BEGIN", kSetSavepoint});
+  run_own({"BEGIN ISOLATION LEVEL REPEATABLE READ", kSetSavepoint});
   in_transaction_ = true;
   session_.transaction_begins();
 }

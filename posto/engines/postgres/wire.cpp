@@ -5,8 +5,8 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
-#include <limits>
 
+#include "posto/engines/row_stream.h"
 #include "posto/tsql/types.h"
 #include "posto/types/decimal.h"
 #include "posto/types/erro.h"
@@ -43,32 +43,6 @@ void append_big_endian(std::string& out, std::uint64_t value, int count) {
 }
 
 [[noreturn]] void overflow() { throw Erro(erro::kDataOverflow, "PostgreSQL", "Estouro aritmético"); }
-[[noreturn]] void overflow(const ResultColumn& column) {
-  const std::string name = column.name.empty() ? "uma coluna sem nome" : column.name;
-  throw Erro(erro::kDataOverflow, "PostgreSQL", "Estouro aritmético em " + name);
-}
-
-// The least and greatest whole number of a column's type.
-std::pair<std::int64_t, std::int64_t> range_of(SqlType type) {
-  switch (type) {
-    case SqlType::bit:
-      return {0, 1};
-    case SqlType::byte:
-      return {0, 255};
-    case SqlType::int16:
-      return {std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()};
-    default:
-      return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
-  }
-}
-
-void require_room(const tsql::Parameter& p, std::int64_t value) {
-  const auto [low, high] = range_of(p.column != nullptr ? p.column->type : p.type);
-  if (value >= low && value <= high) return;
-  if (p.column == nullptr) overflow();
-  throw Erro(erro::kDataOverflow, "PostgreSQL",
-             fmt::format("O valor não cabe em {}.{} (de {} a {})", p.table->name, p.column->name, low, high));
-}
 
 }  // namespace
 
@@ -145,7 +119,7 @@ void Values::add(const tsql::Parameter& p, const tsql::BoundValue& value) {
       } else if (p.compared) {
         integer(value.integer, 8);
       } else {
-        require_room(p, value.integer);
+        tsql::require_room(p, value.integer);
         integer(value.integer, 4);
       }
       break;
@@ -272,7 +246,7 @@ void read_row(const PGresult* result, int row, const ResultShape& shape, std::sp
           break;
         default:
           cell.integer = field.integer();
-          if (cell.integer != static_cast<std::int32_t>(cell.integer)) overflow(column);
+          if (cell.integer != static_cast<std::int32_t>(cell.integer)) raise_no_room(column, "PostgreSQL");
       }
     }
     ++i;
