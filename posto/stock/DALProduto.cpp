@@ -37,6 +37,35 @@ void DALProduto::Alterar(bool Ic_Salvando) {
       });
 }
 
+bool DALProduto::UltimoEstoqueDeKardexAtualizado(Date Dt_InicialDeAtualizacao, float& Qt_Estoque, float& Vl_CustoMedio,
+                                                 float& Vl_CredIcmsMedio) {
+  return routine("UltimoEstoqueDeKardexAtualizado", [&] {
+    auto take = [&](Recordset& row) {
+      float* const figures[] = {&Qt_Estoque, &Vl_CustoMedio, &Vl_CredIcmsMedio};
+      for (std::size_t i = 0; i < std::size(figures); ++i) *figures[i] = static_cast<float>(row[i].value_or(0.0));
+    };
+    Recordset opening = read(sql(R"(
+        SELECT   Produto.Qt_EstoqueInicial, Produto.Vl_CustoMedioInicial, Produto.Vl_CredIcmsMedioInicial
+        FROM     Produto
+        WHERE    Produto.Cd_PessoaUsuaria = {} And
+                 Produto.Cd_Produto = {})",
+                                 ObVO->Cd_PessoaUsuaria, ObVO->Cd_Produto));
+    if (opening.EOF()) raise(erro::kMissingKey);
+    take(opening);
+    Recordset last =
+        read(sql(R"(
+        SELECT   Top 1 Cardex.Qt_Estoque, Cardex.Vl_CustoMedio, Cardex.Vl_CredIcmsMedio
+        FROM     Cardex
+        WHERE    Cardex.Cd_PessoaUsuaria = {} And
+                 Cardex.Cd_Produto = {} And
+                 Cardex.Dt_Emissao < {}
+        ORDER BY Cardex.Cd_PessoaUsuaria, Cardex.Cd_Produto, Cardex.Dt_Emissao Desc, Cardex.Cd_LancamentoCardex Desc)",
+                 ObVO->Cd_PessoaUsuaria, ObVO->Cd_Produto, DateSemHoraToSql(Dt_InicialDeAtualizacao, *ObVOSistema)));
+    if (!last.EOF()) take(last);
+    return true;
+  });
+}
+
 Recordset DALProduto::rsEstoque(Date Dt_Movimento) {
   return routine("rsEstoque", [&] {
     const std::string position = sql(R"(

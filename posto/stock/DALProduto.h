@@ -27,6 +27,11 @@ class DALProduto : public Entity<VOProduto, kProduto> {
   VOProduto& Consultar(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false, bool Ic_ConsultaUltimoCusto = true);
   void Alterar(bool Ic_Salvando = false);
 
+  // The position before the recalculation of a day: of the product's last movement before it, or the product's opening
+  // figures where there is none; a null counts as 0. Raises 0x80040201 when there is no such product. True.
+  bool UltimoEstoqueDeKardexAtualizado(Date Dt_InicialDeAtualizacao, float& Qt_Estoque, float& Vl_CustoMedio,
+                                       float& Vl_CredIcmsMedio);
+
   // Record sets, detached. Company and, but for rsEstoque, product are those of the value object.
   //
   // Each product of the company as the ledger has it at the end of a day: Cd_PessoaUsuaria, Nm_GrupoProduto,
