@@ -90,6 +90,7 @@ class DALCaixa : public Entity<VOCaixa, kCaixa> {
   void require_employee();
   Currency sum(std::string statement);
   void sum_sales();
+  std::string divergences_of(int nature) const;
   Recordset rows_elsewhere(std::string_view operation, std::string_view strConexao, std::string_view selected,
                            std::string_view joins);
 };
