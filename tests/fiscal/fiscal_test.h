@@ -54,21 +54,23 @@ class FiscalTest : public DatabaseTest {
   }
   // A receipt that pays a coupon, or several when it is told again with the others.
   void add_receipt(const VOCupomFiscal& of, int number, double value, int shift = 0) {
-    run(fmt::format("INSERT INTO Recebimento (Cd_PessoaUsuaria, No_Recebimento, Cd_TipoRecebimento, Vl_Recebimento, "
+    run(
+        fmt::format("INSERT INTO Recebimento (Cd_PessoaUsuaria, No_Recebimento, Cd_TipoRecebimento, Vl_Recebimento, "
                     "Cd_Caixa) Values ({}, {}, 5, {}, {})",
                     of.Cd_PessoaUsuaria, number, value, shift));
     add_link(of, number);
   }
   void add_link(const VOCupomFiscal& of, int receipt) {
-    run(fmt::format("INSERT INTO RecebimentoCupom (Cd_PessoaUsuaria, No_Impressora, No_CupomFiscal, Dt_Emissao, "
-                    "No_Recebimento) Values ({}, {}, {}, '{}', {})",
-                    of.Cd_PessoaUsuaria, of.No_Impressora, of.No_CupomFiscal, format_date(of.Dt_Emissao, "yyyy-mm-dd"),
-                    receipt));
+    run(fmt::format(
+        "INSERT INTO RecebimentoCupom (Cd_PessoaUsuaria, No_Impressora, No_CupomFiscal, Dt_Emissao, "
+        "No_Recebimento) Values ({}, {}, {}, '{}', {})",
+        of.Cd_PessoaUsuaria, of.No_Impressora, of.No_CupomFiscal, format_date(of.Dt_Emissao, "yyyy-mm-dd"), receipt));
   }
   // A product of company 1; gives its code. Kind 1 is goods, 2 a service.
   std::int32_t add_product(std::string_view name, int kind = 1, bool fuel = false) {
-    run(fmt::format("INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, No_Tipo, Fl_VendBomba) Values (1, '{}', {}, {})",
-                    name, kind, fuel ? 1 : 0));
+    run(fmt::format(
+        "INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, No_Tipo, Fl_VendBomba) Values (1, '{}', {}, {})", name,
+        kind, fuel ? 1 : 0));
     return connection().Execute("SELECT @@IDENTITY As Codigo")["Codigo"].as<std::int32_t>();
   }
 };
