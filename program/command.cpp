@@ -68,15 +68,16 @@ void add_day(CLI::App* command, const char* name, Date& day, const char* descrip
 ProgressLine::ProgressLine(std::string what) : what_(std::move(what)), terminal_(isatty(STDERR_FILENO) == 1) {}
 
 ProgressLine::~ProgressLine() {
-  if (shown_ >= 0) fmt::print(stderr, "\r{:<40}\r", "");
+  if (shown_ >= 0) fmt::print(stderr, "\r\x1b[K");
 }
 
-void ProgressLine::show(std::size_t done, std::size_t total) {
+void ProgressLine::show(std::size_t done, std::size_t total, std::string_view detail) {
   if (!terminal_) return;
   const int percent = total == 0 ? 100 : static_cast<int>(100 * done / total);
-  if (percent == shown_) return;
+  if (percent == shown_ && detail == detail_) return;
   shown_ = percent;
-  fmt::print(stderr, "\r{}: {} %", what_, percent);
+  detail_ = detail;
+  fmt::print(stderr, "\r\x1b[K{}: {} % {}", what_, percent, detail);
   std::fflush(stderr);
 }
 

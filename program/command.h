@@ -42,12 +42,14 @@ class ProgressLine {
   ~ProgressLine();
   ProgressLine(const ProgressLine&) = delete;
   ProgressLine& operator=(const ProgressLine&) = delete;
-  void show(std::size_t done, std::size_t total);
+  // `detail`: what is being worked on.
+  void show(std::size_t done, std::size_t total, std::string_view detail = {});
 
  private:
   std::string what_;
   bool terminal_;
   int shown_ = -1;
+  std::string detail_;
 };
 
 // The commands, each in the file of its name.
@@ -61,6 +63,9 @@ void add_buscar(CLI::App& app, Session& session);
 void add_configurar(CLI::App& app, Session& session);
 void add_bloquear_credito(CLI::App& app, Session& session);
 void add_consolidar(CLI::App& app, Session& session);
+void add_fechar(CLI::App& app, Session& session);
+void add_reabrir(CLI::App& app, Session& session);
+void add_recalcular(CLI::App& app, Session& session);
 void add_sql(CLI::App& app, Session& session);
 
 }  // namespace posto::program
