@@ -4,6 +4,7 @@
 #include <fstream>
 #include <map>
 
+#include "flows/conflict.h"
 #include "flows/readings.h"
 #include "flows/sequence.h"
 #include "posto/core/error_vocabulary.h"
@@ -73,24 +74,16 @@ class Import {
     ImportResult result;
     const std::size_t total = std::filesystem::file_size(path);
     std::size_t done = 0;
-    std::string line;
-    read_header(file, line);
-    for (bool more = file.next(line); more;) {
-      Transaction transaction(station_.settings->ObConnection);
-      for (std::size_t n = 0; more && n < kReadingsInTransaction; more = file.next(line), ++n) {
-        done += line.size() + 1;
-        ++result.read;
-        auto reading = parse_reading(line);
-        std::optional<Refusal> refusal = std::get_if<Refusal>(&reading) ? std::optional(std::get<Refusal>(reading))
-                                                                        : take(std::get<Reading>(reading), result);
-        if (!refusal) continue;
-        rejected.add(file.number(), *refusal, line);
-        ++result.rejected;
-      }
-      write_nozzles();
-      fuelling_numbers_.store();
-      ledger_numbers_.store();
-      transaction.commit();
+    read_header(file);
+    for (Group group = read_group(file); !group.empty(); group = read_group(file)) {
+      Taken taken;
+      in_transaction(station_, [&] { taken = take(group); });
+      for (const Line& line : group) done += line.text.size() + 1;
+      for (const auto& [line, reason] : taken.refused) rejected.add(line->number, reason, line->text);
+      result.read += group.size();
+      result.stored += taken.stored;
+      result.repeated += taken.repeated;
+      result.rejected += taken.refused.size();
       if (progress) progress(std::min(done, total), total);
     }
     result.rejected_file = rejected.finish();
@@ -98,27 +91,64 @@ class Import {
   }
 
  private:
-  static void read_header(LineFile& file, std::string& line) {
+  struct Line {
+    std::size_t number;
+    std::string text;
+  };
+  using Group = std::vector<Line>;  // the lines that share a transaction
+  struct Taken {
+    std::size_t stored = 0, repeated = 0;
+    std::vector<std::pair<const Line*, Refusal>> refused;
+  };
+
+  static Group read_group(LineFile& file) {
+    Group group;
+    for (std::string text; group.size() < kReadingsInTransaction && file.next(text);) {
+      group.push_back({file.number(), text});
+    }
+    return group;
+  }
+
+  static void read_header(LineFile& file) {
+    std::string line;
     if (!file.next(line) || line != kReadingHeader) {
       throw Erro(erro::kRuleViolation, "flows.import_readings",
                  "O arquivo não começa com o cabeçalho " + std::string(kReadingHeader));
     }
   }
 
+  // Another workstation may have moved nozzles and numbers since the last group, or be in the way of this one.
+  Taken take(const Group& group) {
+    nozzles_.clear();
+    fuelling_numbers_.forget();
+    ledger_numbers_.forget();
+    Taken taken;
+    for (const Line& line : group) {
+      auto reading = parse_reading(line.text);
+      auto refusal = std::get_if<Refusal>(&reading) ? std::optional(std::get<Refusal>(reading))
+                                                    : take(std::get<Reading>(reading), taken);
+      if (refusal) taken.refused.emplace_back(&line, *refusal);
+    }
+    write_nozzles();
+    fuelling_numbers_.store();
+    ledger_numbers_.store();
+    return taken;
+  }
+
   // Stores a reading, or tells why not.
-  std::optional<Refusal> take(const Reading& reading, ImportResult& result) {
+  std::optional<Refusal> take(const Reading& reading, Taken& taken) {
     Nozzle* nozzle = nozzle_of(reading.address);
     if (nozzle == nullptr) return "bico desconhecido: " + reading.address;
     if (reading.totaliser <= nozzle->state.totaliser) {
       if (auto stored = stored_reading(reading)) {
         if (*stored != reading) return "encerrante já registrado com outros valores";
-        ++result.repeated;
+        ++taken.repeated;
         return std::nullopt;
       }
     }
     if (auto refusal = contradiction(reading, nozzle->state)) return refusal;
     store(reading, *nozzle);
-    ++result.stored;
+    ++taken.stored;
     return std::nullopt;
   }
 

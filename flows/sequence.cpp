@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "flows/conflict.h"
+#include "posto/core/sql.h"
 #include "posto/masterdata/catalogue.h"
 
 namespace posto::flows {
@@ -9,20 +11,34 @@ namespace posto::flows {
 Sequence::Sequence(std::shared_ptr<VOSistema> settings, const std::string& attribute)
     : settings_(std::move(settings)), name_(attribute + "/" + std::to_string(settings_->tenant())) {}
 
-std::int32_t Sequence::next() {
-  if (!loaded_) {
-    DALSequenciadorGeral sequencer(settings_);
-    sequencer.ObVO->Nm_Atributo = name_;
+// The row is written before it is read: whoever else wants a number waits here for the end of this transaction.
+void Sequence::load() {
+  std::int64_t rows = 0;
+  settings_->ObConnection->Execute(sql(R"(
+      UPDATE   SequenciadorGeral
+      SET      No_Sequencial = No_Sequencial
+      WHERE    Nm_Atributo = '{}')",
+                                       name_),
+                                   rows);
+  DALSequenciadorGeral sequencer(settings_);
+  sequencer.ObVO->Nm_Atributo = name_;
+  last_ = 0;
+  if (rows > 0) {
+    last_ = sequencer.Consultar().No_Sequencial;
+  } else {
     try {
-      last_ = sequencer.Consultar().No_Sequencial;
-    } catch (const Erro& failure) {
-      if (failure.number() != erro::kRecordNotFound) throw;
       sequencer.Incluir();
-      last_ = 0;
+    } catch (const Erro& failure) {
+      if (failure.number() != erro::kIntegrity) throw;
+      throw conflict("flows.Sequence", "A numeração de " + name_ + " acaba de ser criada por outro processo");
     }
-    stored_ = last_;
-    loaded_ = true;
   }
+  stored_ = last_;
+  loaded_ = true;
+}
+
+std::int32_t Sequence::next() {
+  if (!loaded_) load();
   if (last_ == std::numeric_limits<std::int32_t>::max()) {
     throw Erro(erro::kOverflow, "flows.Sequence", "A numeração de " + name_ + " acabou");
   }
