@@ -275,7 +275,6 @@ void PostgresEngine::recover(bool connection_good) {
 }
 
 // A transaction sees one state of the database, and fails where it would write over what another one wrote since.
-// A transaction sees one state of the database, and fails where it would write over what another one wrote since.
 void PostgresEngine::begin() {
   if (in_transaction_) throw Erro(erro::kTransactionOpen, "PostgreSQL", "Já há uma transação aberta");
   run_own({"BEGIN ISOLATION LEVEL REPEATABLE READ", kSetSavepoint});
