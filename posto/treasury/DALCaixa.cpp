@@ -16,7 +16,8 @@ void DALCaixa::require_employee() {
 VOCaixa& DALCaixa::ConsultarUltimoCaixa() {
   routine("ConsultarUltimoCaixa", [&] {
     require_employee();
-    Recordset rs = detached(sql(R"(
+    Recordset rs =
+        detached(sql(R"(
         SELECT A.*
         FROM Caixa A
         WHERE A.Cd_PessoaUsuaria = {}
@@ -24,8 +25,7 @@ VOCaixa& DALCaixa::ConsultarUltimoCaixa() {
         AND A.Dt_Abertura <= {}
         AND A.Cd_Situacao = 1
         ORDER BY A.Dt_Abertura, A.No_Sequencial ;)",
-                                ObVO->Cd_PessoaUsuaria, ObVO->Cd_Funcionario,
-                                DateSemHoraToSql(clock_now(), *ObVOSistema)));
+                     ObVO->Cd_PessoaUsuaria, ObVO->Cd_Funcionario, DateSemHoraToSql(clock_now(), *ObVOSistema)));
     if (rs.EOF() && rs.BOF()) raise(erro::kRecordNotFound, "(Caixa)");
     rs.MoveLast();
     read_record(rs, vo());
