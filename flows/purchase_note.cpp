@@ -211,12 +211,12 @@ PurchaseLine PurchaseReader::line() const {
 std::vector<TankShare> PurchaseReader::deliveries(const PurchaseLine& line, bool fuel) const {
   std::vector<TankShare> shares;
   const std::string& text = rows_.text("descargas");
+  if (!fuel && !text.empty()) rows_.fail("só combustível tem descarga");
   for (std::size_t from = text.find_first_not_of(' '); from < text.size(); from = text.find_first_not_of(' ', from)) {
     const std::size_t end = std::min(text.find(' ', from), text.size());
     shares.push_back(delivery(text.substr(from, end - from), line.product));
     from = end;
   }
-  if (!shares.empty() && !fuel) rows_.fail("só combustível tem descarga");
   return shares;
 }
 
