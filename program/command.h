@@ -66,6 +66,8 @@ void add_consolidar(CLI::App& app, Session& session);
 void add_fechar(CLI::App& app, Session& session);
 void add_reabrir(CLI::App& app, Session& session);
 void add_recalcular(CLI::App& app, Session& session);
+void add_entrada(CLI::App& app, Session& session);
+void add_nota(CLI::App& app, Session& session);
 void add_reducao(CLI::App& app, Session& session);
 void add_sql(CLI::App& app, Session& session);
 
