@@ -1,20 +1,32 @@
 #include <filesystem>
 
 #include "posto/engines/engine.h"
+#include "posto/engines/odbc/connection_string.h"
+#include "posto/engines/odbc/odbc_engine.h"
 #include "posto/engines/postgres/postgres_engine.h"
 #include "posto/engines/sqlite/sqlite_engine.h"
 
 namespace posto {
 namespace {
 
-bool is_postgres(std::string_view connection_string) {
-  return connection_string.starts_with("postgresql://") || connection_string.starts_with("postgres://");
-}
+constexpr std::string_view kFileScheme = "sqlite:";
 
 std::string file_of(std::string_view connection_string) {
-  constexpr std::string_view kScheme = "sqlite:";
-  if (connection_string.starts_with(kScheme)) connection_string.remove_prefix(kScheme.size());
+  if (connection_string.starts_with(kFileScheme)) connection_string.remove_prefix(kFileScheme.size());
   return std::string(connection_string);
+}
+
+// The engine of a server; null where the connection string names a file.
+std::shared_ptr<Engine> server_engine(std::string_view connection_string, std::int32_t timeout_seconds, bool empty) {
+  const std::string whole(connection_string);
+  if (whole.starts_with(kFileScheme)) return nullptr;
+  if (whole.starts_with("postgresql://") || whole.starts_with("postgres://")) {
+    return std::make_shared<postgres::PostgresEngine>(whole, timeout_seconds, empty);
+  }
+  if (odbc::ConnectionString(whole).opens_odbc()) {
+    return std::make_shared<odbc::OdbcEngine>(whole, timeout_seconds, empty);
+  }
+  return nullptr;
 }
 
 // The database is made under another name, so that a file that bears its name is always whole.
@@ -34,19 +46,15 @@ std::shared_ptr<Engine> create_file(const std::string& file, std::int32_t timeou
 }  // namespace
 
 std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds) {
-  if (is_postgres(connection_string)) {
-    return std::make_shared<postgres::PostgresEngine>(std::string(connection_string), timeout_seconds, false);
-  }
+  if (auto engine = server_engine(connection_string, timeout_seconds, false)) return engine;
   return std::make_shared<sqlite::SqliteEngine>(file_of(connection_string), timeout_seconds, false);
 }
 
 std::shared_ptr<Engine> create_database(std::string_view connection_string, std::int32_t timeout_seconds) {
-  const std::string file = file_of(connection_string);
-  if (!is_postgres(connection_string) && file != ":memory:") return create_file(file, timeout_seconds);
-  std::shared_ptr<Engine> engine;
-  if (is_postgres(connection_string)) {
-    engine = std::make_shared<postgres::PostgresEngine>(std::string(connection_string), timeout_seconds, true);
-  } else {
+  std::shared_ptr<Engine> engine = server_engine(connection_string, timeout_seconds, true);
+  if (!engine) {
+    const std::string file = file_of(connection_string);
+    if (file != ":memory:") return create_file(file, timeout_seconds);
     engine = std::make_shared<sqlite::SqliteEngine>(file, timeout_seconds, true);
   }
   engine->create_schema();

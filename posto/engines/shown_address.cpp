@@ -1,10 +1,12 @@
 #include <algorithm>
 
 #include "posto/engines/engine.h"
+#include "posto/engines/odbc/connection_string.h"
 
 namespace posto {
 
 std::string shown_address(std::string_view connection_string) {
+  if (const odbc::ConnectionString odbc(connection_string); odbc.opens_odbc()) return odbc.shown();
   std::string shown(connection_string);
   const auto mask = [&](std::size_t begin, std::size_t end) { shown.replace(begin, end - begin, "***"); };
   if (const std::size_t option = shown.find("password="); option != std::string::npos) {

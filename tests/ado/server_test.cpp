@@ -22,9 +22,9 @@ class ServerTest : public testing::StationDatabase {
 };
 
 TEST_F(ServerTest, OnlyAStationsDatabaseIsOpenedAndOnlyAnEmptyOneFilled) {
-  const std::string server = file_.substr(0, file_.rfind('/'));
+  const std::string own = testing::provider() == "PostgreSQL" ? "postgres" : "master";
   for (const std::string& address :
-       {server + "/postgres", server + "/missing", std::string("postgresql://127.0.0.1:1/x")}) {
+       {database_.address_of(own), database_.address_of("missing"), std::string("postgresql://127.0.0.1:1/x")}) {
     auto other = Connection::create();
     EXPECT_EQ(raised([&] { other->Open(address); }), erro::kProviderFailure) << address;
     EXPECT_EQ(other->State(), 0);

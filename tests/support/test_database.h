@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "posto/engines/engine.h"
 
@@ -25,6 +26,10 @@ class TestDatabase {
   void disconnect_all() const;
   // What opens it.
   const std::string& address() const { return address_; }
+  // What would open another database of the server.
+  static std::string address_of(std::string_view name);
+  // Whether the driver takes in all rows before it gives the first.
+  static bool driver_reads_ahead();
   bool embedded() const { return name_.empty(); }
 
  private:
