@@ -1,0 +1,396 @@
+#include "flows/sale.h"
+
+#include "flows/conflict.h"
+#include "flows/lookup.h"
+#include "flows/sale_steps.h"
+#include "flows/sale_totals.h"
+#include "flows/sequence.h"
+#include "posto/core/criptografia.h"
+#include "posto/core/sql.h"
+#include "posto/core/sql_literals.h"
+#include "posto/fiscal/DALCupomFiscal.h"
+#include "posto/fiscal/DALECF.h"
+#include "posto/fiscal/DALItemCupomFiscal.h"
+#include "posto/fiscal/DALRecebimento.h"
+#include "posto/fiscal/DALReducaoZ.h"
+#include "posto/forecourt/DALAbastecimento.h"
+#include "posto/masterdata/DALCliente.h"
+#include "posto/stock/DALCardex.h"
+#include "posto/types/number_pattern.h"
+#include "posto/types/rounding.h"
+
+namespace posto::flows {
+namespace {
+
+constexpr std::size_t kMostLines = 255;
+constexpr int kPriceDecimals = 3;
+constexpr std::int32_t kBlocked = 3;  // of No_SituacaoCredito: from here on nothing is sold on credit
+constexpr std::uint8_t kPaymentOfSale = 20;
+constexpr const char* kDocumentOfSale = "RV";
+
+std::string shown(Currency value) { return format_number(value, "###,###,##0.00"); }
+
+Date last_day_of_month(Date day) {
+  const Date::Parts p = day.parts();
+  const Date next = p.month == 12 ? Date::of_day(p.year + 1, 1, 1) : Date::of_day(p.year, p.month + 1, 1);
+  return next.plus_days(-1);
+}
+
+// One sale, inside its transaction.
+class Selling {
+ public:
+  Selling(Station& station, const Sale& sale)
+      : station_(station),
+        sale_(sale),
+        payments_(sale.payments),
+        coupon_(station.settings),
+        item_(station.settings),
+        ledger_(station.settings),
+        fuelling_(station.settings),
+        printer_(station.settings),
+        ledger_numbers_(station.settings, "Cd_LancamentoCardex"),
+        receipt_numbers_(station.settings, "No_Recebimento") {}
+
+  VOCupomFiscal run() {
+    if (sale_.lines.empty() || sale_.lines.size() > kMostLines) refuse_sale("um cupom tem de 1 a 255 linhas");
+    lock_sales(station_);
+    printer_.ObVO->Cd_PessoaUsuaria = station_.tenant();
+    printer_.ObVO->No_Impressora = sale_.printer;
+    number_ = sale_.number != 0 ? sale_.number : highest_coupon() + 1;
+    for (const SaleLine& sold : sale_.lines) price(sold);
+    fill_head();
+    coupon_.Incluir();
+    for (std::size_t i = 0; i < lines_.size(); ++i) write_line(lines_[i], sale_.lines[i]);
+    for (const Payment& payment : payments_) write_receipt(payment);
+    ledger_numbers_.store();
+    receipt_numbers_.store();
+    finish();
+    return *coupon_.ObVO;
+  }
+
+ private:
+  // --- what is sold
+
+  void price(const SaleLine& sold) {
+    PricedLine line;
+    VOItemCupomFiscal& item = line.item;
+    item.Cd_PessoaUsuaria = station_.tenant();
+    item.No_Impressora = sale_.printer;
+    item.No_CupomFiscal = number_;
+    item.Dt_Emissao = sale_.moment.day();
+    item.No_Item = static_cast<std::uint8_t>(lines_.size() + 1);
+    item.Cd_Produto = sold.product;
+    item.Qt_Unidade = sold.quantity;
+    if (sold.fuelling != 0) take_fuelling(sold, item);
+    take_product(sold, line);
+    item.Qt_Unidade = stored_quantity(item.Qt_Unidade);
+    if (item.Qt_Unidade <= 0) refuse_sale("quantidade não positiva na linha " + std::to_string(item.No_Item));
+    lines_.push_back(std::move(line));
+  }
+
+  void take_fuelling(const SaleLine& sold, VOItemCupomFiscal& item) {
+    VOAbastecimento& delivered = read_fuelling(sold.fuelling);
+    if (delivered.Ic_Baixado) throw table_erro(erro::kFuellingAlreadyPosted, "flows", "sale");
+    if (delivered.Ic_Afericao) refuse_sale("o abastecimento " + std::to_string(sold.fuelling) + " é uma aferição");
+    DALBomba& nozzle = *item_.Ob_DALBomba();
+    nozzle.ObVO->RestaurarDefault();
+    nozzle.ObVO->Cd_PessoaUsuaria = station_.tenant();
+    nozzle.ObVO->De_EnderecoLogicoBico = delivered.De_EnderecoLogicoBico;
+    nozzle.Consultar();
+    if (item.Cd_Produto != 0 && item.Cd_Produto != nozzle.ObVO->Cd_Produto) {
+      refuse_sale("o abastecimento " + std::to_string(sold.fuelling) + " é de outro produto");
+    }
+    item.Cd_Produto = nozzle.ObVO->Cd_Produto;
+    item.Cd_Bomba = nozzle.ObVO->Cd_Bomba;
+    item.Cd_SisTubulacao = nozzle.ObVO->Cd_SisTubulacao;
+    if (item.Qt_Unidade == 0) item.Qt_Unidade = stored_quantity(static_cast<double>(delivered.Qt_Litros));
+    item.Vl_UnitTabela = delivered.Vl_Preco;
+    const double discounted = delivered.Vl_Preco * (1 - delivered.Tx_DescontoAbastecimento.as_double() / 100);
+    item.Vl_UnitVenda = round_half_away(Currency(discounted), kPriceDecimals);
+    item.Vl_AltAut = item.Vl_UnitVenda - item.Vl_UnitTabela;
+  }
+
+  VOAbastecimento& read_fuelling(std::int32_t code) {
+    fuelling_.ObVO->RestaurarDefault();
+    fuelling_.ObVO->Cd_PessoaUsuaria = station_.tenant();
+    fuelling_.ObVO->Cd_Abastecimento = code;
+    return fuelling_.Consultar();
+  }
+
+  void take_product(const SaleLine& sold, PricedLine& line) {
+    DALProduto& products = *item_.Ob_DALProduto();
+    products.ObVO->RestaurarDefault();
+    products.ObVO->Cd_PessoaUsuaria = station_.tenant();
+    products.ObVO->Cd_Produto = line.item.Cd_Produto;
+    const VOProduto& product = products.Consultar(false, false);
+    line.kind = product.No_Tipo;
+    line.iss_rate = product.Tx_Iss;
+    VOItemCupomFiscal& item = line.item;
+    item.No_SitTributaria = product.No_SitTributaria;
+    item.Cd_Unidade = product.Cd_Unidade;
+    item.Tx_Icms = static_cast<float>(product.Tx_Icms);
+    item.Tx_BaseCalculo = static_cast<float>(product.Tx_BaseCalculo);
+    item.No_TribIcms = product.No_TribIcms;
+    item.Cd_CFOP = cfop_of(product);
+    if (sold.fuelling == 0) item.Vl_UnitTabela = item.Vl_UnitVenda = product.Vl_Preco;
+    if (!sold.price) return;
+    item.Vl_UnitVenda = round_half_away(*sold.price, kPriceDecimals);
+    item.Vl_AltAut = Currency();
+    item.Vl_AltDig = item.Vl_UnitVenda - item.Vl_UnitTabela;
+  }
+
+  // Of sales within the state.
+  static const char* cfop_of(const VOProduto& product) {
+    if (product.No_Tipo == kService) return "5933";
+    if (product.Fl_VendBomba) return "5656";
+    return product.No_TribIcms == "6" ? "5405" : "5102";
+  }
+
+  // --- the coupon
+
+  void fill_head() {
+    VOCupomFiscal& head = *coupon_.ObVO;
+    head.Cd_PessoaUsuaria = station_.tenant();
+    head.No_Impressora = sale_.printer;
+    head.No_CupomFiscal = head.No_ContadorCupomFiscal = number_;
+    head.Dt_Emissao = sale_.moment.day();
+    head.Hr_Emissao = format_date(sale_.moment, "hh:Nn:Ss");
+    head.Dt_Movimento = sale_.business_day.empty() ? head.Dt_Emissao : sale_.business_day;
+    head.Cd_Caixa = sale_.shift;
+    head.Cd_Cliente = sale_.client;
+    head.Cd_Veiculo = sale_.vehicle;
+    head.No_Km = sale_.odometer;
+    head.Cd_Cfop = "5.929";
+    head.Tp_ImpNf = Tp_ImpNfEnumNao;
+    head.Ic_BaixaAutomatica = sale_.automatic;
+    head.Vl_DescontoCF = sale_.discount;
+    add_figures(head);
+    check_payments(head);
+    fill_kind_of_sale(head);
+  }
+
+  void add_figures(VOCupomFiscal& head) {
+    Currency printed, cancelled;
+    std::vector<PricedLine> live;
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      const Currency amount = amount_of(lines_[i].item);
+      printed += amount;
+      if (sale_.lines[i].cancelled) {
+        cancelled += amount;
+      } else {
+        live.push_back(lines_[i]);
+      }
+    }
+    if (live.empty()) refuse_sale("todas as linhas estão canceladas");
+    total_up(head, live);
+    if (head.Vl_TotalLiquido < Currency()) refuse_sale("desconto maior que o total: " + shown(sale_.discount));
+    head.No_TipoEnvioNF = head.Vl_TotSer > Currency() ? 1 : 0;
+    head.Vl_GTotal = grand_total_before() + printed;
+    head.Vl_Cancelamentos = cancelled_before(head.Dt_Movimento) + cancelled;
+    head.Qt_ContReducoes = reductions_before() + 1;
+  }
+
+  std::int32_t highest_coupon() {
+    Recordset highest = station_.connection().Execute(sql(R"(
+        SELECT Max(No_CupomFiscal) As MaxDeNo_CupomFiscal
+        FROM   CupomFiscal
+        WHERE  Cd_PessoaUsuaria = {} And
+               No_Impressora = {})",
+                                                          station_.tenant(), sale_.printer));
+    return highest["MaxDeNo_CupomFiscal"].value_or(std::int32_t{0});
+  }
+
+  Currency grand_total_before() {
+    const Currency total = printer_.ObterGTotalDeCupons();
+    if (total != Currency() || !stands([&] { printer_.Consultar(); })) return total;
+    const std::string& registered = printer_.ObVO->Ds_GTotalCriptografado;
+    return registered.empty() ? total : Currency::parse(Criptografia::Desencriptar(registered));
+  }
+
+  Currency cancelled_before(Date business_day) {
+    Recordset highest = station_.connection().Execute(sql(R"(
+        SELECT Max(Vl_Cancelamentos) As MaxDeVl_Cancelamentos
+        FROM   CupomFiscal
+        WHERE  Cd_PessoaUsuaria = {} And
+               No_Impressora = {} And
+               Dt_Movimento = {})",
+                                                          station_.tenant(), sale_.printer,
+                                                          DateSemHoraToSql(business_day, *station_.settings)));
+    return highest["MaxDeVl_Cancelamentos"].value_or(Currency());
+  }
+
+  std::int32_t reductions_before() {
+    DALReducaoZ reduction(station_.settings);
+    const bool any = stands([&] { reduction.ConsultarUltima(station_.tenant(), sale_.printer); });
+    return any ? reduction.ObVO->Qt_ContReducoes : 0;
+  }
+
+  void check_payments(const VOCupomFiscal& head) {
+    if (payments_.empty()) {
+      if (sale_.client == 0) refuse_sale("nem recebimentos nem cliente a quem vender a crédito");
+      return;
+    }
+    Currency paid;
+    for (Payment& payment : payments_) {
+      if (!payment.value) payment.value = head.Vl_TotalLiquido - paid;
+      if (*payment.value <= Currency()) refuse_sale("recebimento não positivo: " + shown(*payment.value));
+      paid += *payment.value;
+    }
+    if (paid == head.Vl_TotalLiquido) return;
+    refuse_sale("recebimentos não conferem: " + shown(paid) + " em lugar de " + shown(head.Vl_TotalLiquido));
+  }
+
+  void fill_kind_of_sale(VOCupomFiscal& head) const {
+    if (!payments_.empty()) {
+      head.Tp_Venda = Tp_VendaAcertadaSemEmissaoNF;
+      head.FL_Fechada = "-";
+      return;
+    }
+    DALCliente client(station_.settings);
+    client.ObVO->Cd_PessoaUsuaria = station_.tenant();
+    client.ObVO->Cd_Cliente = sale_.client;
+    if (client.Consultar().No_SituacaoCredito >= kBlocked) {
+      throw table_erro(erro::kSaleNotReleasedToClient, "flows", "sale");
+    }
+    head.Tp_Venda = sale_.vehicle.empty() ? Tp_VendaACreditoRequisicao : Tp_VendaACreditoPlaca;
+    head.FL_Fechada = "N";
+    head.Dt_Fechamento = last_day_of_month(head.Dt_Emissao);
+  }
+
+  // --- what is written
+
+  void write_line(PricedLine& line, const SaleLine& sold) {
+    VOItemCupomFiscal& item = line.item;
+    if (!sold.cancelled) {
+      item.Cd_LancamentoCardex = movement_of(line, sold.fuelling);
+      item.Cd_Abastecimento = sold.fuelling;
+    }
+    *item_.ObVO = item;
+    item_.Incluir();
+    if (line.kind == kService) mark_service(item);
+    if (sold.cancelled) {
+      item_.Excluir();
+    } else if (sold.fuelling != 0) {
+      fuelling_.ObVO->Cd_Abastecimento = sold.fuelling;
+      fuelling_.BaixarAbastecimento();
+      fuelling_.ConferirBaixa();
+    }
+  }
+
+  // The code of the ledger movement, which is made unless it came in with the fuelling; 0 for a service.
+  std::int32_t movement_of(const PricedLine& line, std::int32_t fuelling) {
+    if (line.kind == kService) return 0;
+    if (fuelling != 0) {
+      if (const std::int32_t taken_in = movement_with(read_fuelling(fuelling), line.item)) return taken_in;
+    }
+    VOCardex& v = *ledger_.ObVO;
+    v.RestaurarDefault();
+    v.Cd_PessoaUsuaria = station_.tenant();
+    v.Dt_Emissao = line.item.Dt_Emissao;
+    v.Nm_Doc = "CF " + std::to_string(number_);
+    v.No_Tipo = SaidaVendas;
+    v.Qt_Unidade = line.item.Qt_Unidade;
+    v.Vl_Unitario = line.item.Vl_UnitVenda.as_double();
+    v.Tx_Icms = Currency(static_cast<double>(line.item.Tx_Icms));
+    v.Cd_SisTubulacao = line.item.Cd_SisTubulacao;
+    v.Cd_Produto = line.item.Cd_Produto;
+    ledger_.AtualizarEstoqueProduto(v, Tp_EdicaoInclusao, fuelling == 0);
+    v.Cd_LancamentoCardex = ledger_numbers_.next();
+    ledger_.Incluir();
+    return v.Cd_LancamentoCardex;
+  }
+
+  std::int32_t movement_with(const VOAbastecimento& delivered, const VOItemCupomFiscal& item) {
+    Recordset movement = station_.connection().Execute(sql(R"(
+        SELECT Cd_LancamentoCardex
+        FROM   Cardex
+        WHERE  Cd_PessoaUsuaria = {} And
+               Cd_Produto = {} And
+               Dt_Emissao = {} And
+               Nm_Doc = '{}')",
+                                                           station_.tenant(), item.Cd_Produto,
+                                                           DateSemHoraToSql(delivered.Dt_Termino, *station_.settings),
+                                                           document_of_fuelling(delivered.Cd_Abastecimento)));
+    return movement.EOF() ? 0 : movement["Cd_LancamentoCardex"].as<std::int32_t>();
+  }
+
+  void mark_service(const VOItemCupomFiscal& item) {
+    station_.connection().Execute(sql(R"(
+        UPDATE ItemCupomFiscal
+        SET    Fl_Tipo = 'SERVIcO'
+        WHERE  Cd_PessoaUsuaria = {} And
+               No_Impressora = {} And
+               No_CupomFiscal = {} And
+               Dt_Emissao = {} And
+               No_Item = {})",
+                                      item.Cd_PessoaUsuaria, item.No_Impressora, item.No_CupomFiscal,
+                                      DateSemHoraToSql(item.Dt_Emissao, *station_.settings), item.No_Item));
+  }
+
+  void write_receipt(const Payment& payment) {
+    DALRecebimento receipt(station_.settings);
+    VORecebimento& v = *receipt.ObVO;
+    v.Cd_PessoaUsuaria = station_.tenant();
+    v.No_Recebimento = receipt_numbers_.next();
+    v.Tp_DocDebito = kPaymentOfSale;
+    v.Cd_TipoRecebimento = payment.kind;
+    v.Dt_Recebimento = v.Dt_Lancamento = sale_.moment.day();
+    v.Vl_Recebimento = *payment.value;
+    v.Cd_Caixa = sale_.shift;
+    v.No_Impressora = sale_.printer;
+    v.No_CupomFiscal = number_;
+    v.Dt_Emissao = sale_.moment.day();
+    receipt.Incluir();
+    receipt.IncluirRecebimentoCupom();
+  }
+
+  void finish() {
+    VOCupomFiscal& head = *coupon_.ObVO;
+    head.Ic_CupomConcluido = true;
+    coupon_.Alterar();
+    printer_.AtualizarValorGT(head.Vl_GTotal);
+    printer_.IncluirLogDocumentoEmitidoECF(head.Dt_Emissao, number_, 0, 0, 0, kDocumentOfSale, sale_.moment,
+                                           sale_.moment, false, false, head.Vl_TotalLiquido);
+  }
+
+  Station& station_;
+  const Sale& sale_;
+  std::int32_t number_ = 0;  // of the coupon
+  std::vector<Payment> payments_;
+  DALCupomFiscal coupon_;
+  DALItemCupomFiscal item_;
+  DALCardex ledger_;
+  DALAbastecimento fuelling_;
+  DALECF printer_;
+  Sequence ledger_numbers_, receipt_numbers_;
+  std::vector<PricedLine> lines_;
+};
+
+}  // namespace
+
+std::string document_of_fuelling(std::int32_t fuelling) { return "AB " + std::to_string(fuelling); }
+
+void refuse_sale(const std::string& reason) { throw Erro(erro::kRuleViolation, "flows.sale", reason); }
+
+void lock_sales(Station& station) {
+  station.connection().Execute(sql(R"(
+      UPDATE SequenciadorGeral
+      SET    No_Sequencial = No_Sequencial
+      WHERE  Nm_Atributo = 'Cd_LancamentoCardex/{}')",
+                                   station.tenant()));
+}
+
+VOCupomFiscal sell(Station& station, const Sale& sale) {
+  VOCupomFiscal sold;
+  in_transaction(station, [&] { sold = Selling(station, sale).run(); });
+  return sold;
+}
+
+void sell_and_cancel(Station& station, const Sale& sale) {
+  in_transaction(station, [&] {
+    const VOCupomFiscal sold = Selling(station, sale).run();
+    take_coupon_back(station, {sold.No_Impressora, sold.No_CupomFiscal, sold.Dt_Emissao});
+  });
+}
+
+}  // namespace posto::flows
