@@ -196,8 +196,8 @@ RC_GTEST_FIXTURE_PROP(RecalculationTest, AgreesWithAModelAndIsSettledAfterOneRun
       rc::gen::set(&Movement::unit_cost, rc::gen::map(rc::gen::inRange(1, 9'000), [](int n) { return n / 1000.0; })));
   auto movements = *rc::gen::resize(30, rc::gen::container<std::vector<Movement>>(movement));
   std::ranges::stable_sort(movements, {}, &Movement::of_month);
-  run("DELETE FROM Cardex DELETE FROM Produto WHERE Cd_Produto <> 1");
   if (rows("SELECT Cd_Produto FROM Produto").empty()) add_product("100, 2, 0");
+  const Transaction case_by_case(settings_->ObConnection);  // rolled back
   Model model{100, 2};
   int code = 0;
   for (const Movement& m : movements) {
