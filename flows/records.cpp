@@ -4,6 +4,9 @@
 
 #include "flows/lookup.h"
 #include "posto/core/error_vocabulary.h"
+#include "posto/fiscal/DALECF.h"
+#include "posto/fiscal/DALTipoRecebimento.h"
+#include "posto/forecourt/catalogue.h"
 #include "posto/masterdata/DALCFOP.h"
 #include "posto/masterdata/DALCartao.h"
 #include "posto/masterdata/DALCliente.h"
@@ -17,14 +20,13 @@
 #include "posto/masterdata/DALUsuario.h"
 #include "posto/masterdata/DALVeiculo.h"
 #include "posto/masterdata/catalogue.h"
-#include "posto/schema/fiscal.h"
 #include "posto/schema/treasury.h"
+#include "posto/stock/DALProduto.h"
 
 namespace posto::flows {
 namespace {
 
 // Tables that are registered as they stand.
-POSTO_DESCRIPTION(TipoRecebimento, keys("Cd_TipoRecebimento"))
 POSTO_DESCRIPTION(ConBan, keys("Cd_PessoaUsuaria", "Cd_Banco", "Cd_Agencia", "Cd_Conta"))
 POSTO_DESCRIPTION(ContaAReceber, keys("Cd_PessoaUsuaria", "Cd_ContaAReceber"))
 
@@ -165,7 +167,10 @@ constexpr RecordKind kKinds[] = {
     {"Usuario", take_record<DALUsuario>},
     {"Veiculo", take_record<DALVeiculo>},
     {"Empenho", take_record<DALEmpenho>},
-    {"TipoRecebimento", take_record<Entity<VOTipoRecebimento, kTipoRecebimento>>},
+    {"TipoRecebimento", take_record<DALTipoRecebimento>},
+    {"Produto", take_record<DALProduto>},
+    {"Tanque", take_record<DALTanque>},
+    {"ECF", take_record<DALECF>},
     {"ConBan", take_record<Entity<VOConBan, kConBan>>},
     {"ContaAReceber", take_record<Entity<VOContaAReceber, kContaAReceber>>},
 #define CLASS(table, ...) {#table, take_record<DAL##table>},
