@@ -81,8 +81,8 @@ struct ShiftLine {
 };
 // The shifts that were opened in a period, by day, ordinal and name.
 std::vector<ShiftLine> shifts_between(Station& station, Date first, Date last);
-// The employee's name; empty where there is none.
-std::string employee_of(Station& station, const VOCaixa& shift);
+// The name of a person (an employee, the company); empty where there is none.
+std::string person_name(Station& station, std::int32_t code);
 
 struct SummaryRow {
   std::int32_t item = 0;

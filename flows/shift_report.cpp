@@ -52,10 +52,10 @@ std::vector<ShiftLine> shifts_between(Station& station, Date first, Date last) {
   return shifts;
 }
 
-std::string employee_of(Station& station, const VOCaixa& shift) {
+std::string person_name(Station& station, std::int32_t code) {
   DALPessoa person(station.settings);
-  person.ObVO->Cd_Pessoa = shift.Cd_Funcionario;
-  if (shift.Cd_Funcionario == 0 || !stands([&] { person.Consultar(); })) return {};
+  person.ObVO->Cd_Pessoa = code;
+  if (code == 0 || !stands([&] { person.Consultar(); })) return {};
   return person.ObVO->Nm_Pessoa;
 }
 

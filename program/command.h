@@ -69,6 +69,10 @@ void add_recalcular(CLI::App& app, Session& session);
 void add_entrada(CLI::App& app, Session& session);
 void add_nota(CLI::App& app, Session& session);
 void add_reducao(CLI::App& app, Session& session);
+void add_caixa(CLI::App& app, Session& session);
+void add_vender(CLI::App& app, Session& session);
+void add_baixar(CLI::App& app, Session& session);
+void add_cupom(CLI::App& app, Session& session);
 void add_sql(CLI::App& app, Session& session);
 
 }  // namespace posto::program
