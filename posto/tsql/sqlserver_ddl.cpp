@@ -90,6 +90,7 @@ std::vector<std::string> sqlserver_create_indexes(const Table& table) {
   for (const Index& index : table.indexes) {
     const std::vector<std::string_view> columns = names_of(index.columns);
     std::vector<std::string> quoted;
+    quoted.reserve(columns.size());
     for (std::string_view column : columns) quoted.push_back(quoted_name(column));
     statements.push_back(fmt::format("CREATE {}INDEX {} ON {} ({}){}", index.unique ? "UNIQUE " : "",
                                      quoted_name(fmt::format("{}_{}", table.name, statements.size() + 1)), name,
