@@ -57,7 +57,8 @@ class ShiftTest : public ::testing::Test {
           "On RespBomba.Cd_Caixa = Caixa.Cd_Caixa ORDER BY RespBomba.Cd_Caixa, Dt_RespBomba, Cd_Bomba",
           "SELECT Cd_Bomba, No_Sequencial FROM Bomba LEFT JOIN Caixa On Bomba.Cd_Caixa = Caixa.Cd_Caixa "
           "ORDER BY Cd_Bomba",
-          "SELECT * FROM DivergenciaCaixa ORDER BY Cd_Caixa, Cd_TipoDivergenciaCaixa",
+          "SELECT Cd_TipoDivergenciaCaixa, Vl_Divergencia, Ds_Divergencia FROM DivergenciaCaixa "
+          "ORDER BY Cd_Caixa, Cd_TipoDivergenciaCaixa",
           "SELECT No_Recebimento FROM Recebimento ORDER BY No_Recebimento"}) {
       text += rows_of(connection, query) + "\n";
     }
@@ -302,39 +303,48 @@ TEST_F(SaleTest, AShiftOfSalesIsEven) {
   EXPECT_TRUE(check_shift(station_, shift, 7).checked);
 }
 
-// Each operation is cut at each of its statements; behind the cut everything is as before it.
-TEST_F(ShiftTest, ACutOperationRunAgainEndsLikeAnUncutOne) {
-  const auto shift_1 = [](Station& station) { sell(station, open_shift(station, 42, {at(1)}).Cd_Caixa); };
-  struct {
-    const char* what;
-    std::function<void(Station&)> before, work;
-  } cases[] = {{"open", [](Station&) {}, [](Station& s) { open_shift(s, 42, {at(1)}); }},
-               {"divergence", shift_1, [](Station& s) { set_divergence(s, 1, 1, money("2"), "vale"); }},
-               {"close", shift_1, [](Station& s) { close_shift(s, 1); }},
-               {"check",
-                [&](Station& s) {
-                  shift_1(s);
-                  close_shift(s, 1);
-                },
-                [](Station& s) { check_shift(s, 1, 43, true); }}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    const auto prepare = [&](Station& station) {
-      fill(station);
-      read_company(*station.settings, 0);
-      c.before(station);
-    };
-    std::string before;
-    {
-      StationDatabase database;
-      Station station = database.open();
-      prepare(station);
-      before = state(station.connection());
-    }
-    cut_everywhere({.fill = prepare, .work = c.work, .state = state, .check_cut = [&](Connection& connection) {
-                      EXPECT_EQ(state(connection), before);
-                    }});
+// Cut at each of its statements an operation leaves everything as it was; then it runs. The shift's whole life comes to
+// the end that it has without a cut.
+TEST_F(ShiftTest, CutAnywhereAnOperationLeavesNothingHalfDone) {
+  std::int32_t shift = 0;
+  const std::function<void(Station&)> operations[] = {
+      [&](Station& s) {
+        shift = open_shift(s, 42, {at(1), at(2)}).Cd_Caixa;
+      },
+      [&](Station& s) {
+        leave_nozzles(s, shift, {at(1, 1260), at(2)});
+      },
+      [&](Station& s) { take_nozzles(s, shift, {at(3)}); },
+      [&](Station& s) { set_divergence(s, shift, 1, money("9"), "trocado"); },
+      [&](Station& s) { set_divergence(s, shift, 1, money("2"), "vale"); },
+      [&](Station& s) { settle_shift(s, shift); },
+      [&](Station& s) { close_shift(s, shift, {at(3, 3100)}, {.missing = money("1"), .surplus = {}}); },
+      [&](Station& s) { check_shift(s, shift, 43, true); }};
+  std::string uncut;
+  {
+    StationDatabase other;
+    Station station = other.open();
+    fill(station);
+    read_company(*station.settings, 0);
+    operations[0](station);
+    sell(station, shift);
+    for (std::size_t i = 1; i < std::size(operations); ++i) operations[i](station);
+    uncut = state(station.connection());
   }
+  Station seen = filled_station();
+  for (std::size_t i = 0; i < std::size(operations); ++i) {
+    if (i == 1) sell(seen, shift);
+    const std::string before = state(seen.connection());
+    int statement = 0;
+    for (bool done = false; !done;) {
+      SCOPED_TRACE(fmt::format("operation {}, cut at statement {}", i + 1, ++statement));
+      FailingStation cut(database_, statement);
+      done = !failure_of([&] { operations[i](cut.station); });
+      ASSERT_EQ(state(seen.connection()) == before, !done);
+    }
+    EXPECT_GT(statement, 4);
+  }
+  EXPECT_EQ(state(seen.connection()), uncut);
 }
 
 }  // namespace
