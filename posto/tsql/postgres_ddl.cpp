@@ -60,6 +60,22 @@ std::string column_line(const Column& column) {
   return line;
 }
 
+// Empty where there is no key.
+std::string key_constraint(const Table& table) {
+  return table.has_key() ? fmt::format("PRIMARY KEY ({})", quoted_key(table)) : std::string();
+}
+
+std::string columns_and(const Table& table, const std::string& constraint) {
+  std::vector<std::string> lines;
+  for (const Column& column : table.columns) lines.push_back("  " + column_line(column));
+  if (!constraint.empty()) lines.push_back("  " + constraint);
+  return fmt::format("(\n{}\n)", fmt::join(lines, ",\n"));
+}
+
+// All have a key that begins with the company and is not generated.
+constexpr std::string_view kGrowing[] = {"Abastecimento",   "Cardex",      "ContaAReceber",    "CupomFiscal",
+                                         "ItemCupomFiscal", "Recebimento", "RecebimentoCupom", "LogLiberacaoBico"};
+
 }  // namespace
 
 std::string postgres_create_table(const Table& table, bool temporary) {
