@@ -75,6 +75,11 @@ std::vector<flows::PrinterDay> work(flows::Station& station, const Options& opti
 void reduce(Session& session, const Options& options) {
   flows::Station station = session.open();
   const std::vector<flows::PrinterDay> days = work(station, options);
+  if (days.empty()) {
+    fmt::print(stderr, "não há cupons no período\n");
+    session.status = kRefused;
+    return;
+  }
   if (options.form == Form::aligned) {
     totals_of(days).print(options.form);
     fmt::print("\n");
