@@ -5,11 +5,13 @@
 #include <map>
 
 #include "flows/lookup.h"
+#include "flows/sale_totals.h"
 #include "posto/closing/DALFecDiario.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
 #include "posto/fiscal/DALCupomFiscal.h"
 #include "posto/forecourt/DALBomba.h"
+#include "posto/stock/DALProduto.h"
 #include "posto/types/rounding.h"
 
 namespace posto::flows {
@@ -27,6 +29,7 @@ struct Examination {
 
 std::vector<Variant> row_of(Recordset& rows, const std::vector<std::string>& columns) {
   std::vector<Variant> values;
+  values.reserve(columns.size());
   for (const std::string& column : columns) values.push_back(rows[column].Value());
   return values;
 }
@@ -41,6 +44,15 @@ bool read_coupon(Examination& e, Recordset& row, DALCupomFiscal& coupon) {
 }
 
 bool is_live(Examination&, Recordset& row) { return !row["Ic_Excluido"].value_or(false); }
+
+// A service moves no stock: its line has no movement by nature.
+bool is_live_of_goods(Examination& e, Recordset& row) {
+  if (!is_live(e, row)) return false;
+  DALProduto product(e.station.settings);
+  product.ObVO->Cd_PessoaUsuaria = e.station.tenant();
+  product.ObVO->Cd_Produto = row["Cd_Produto"].value_or(std::int32_t{0});
+  return !stands([&] { product.Consultar(); }) || product.ObVO->No_Tipo != kService;
+}
 
 bool is_live_of_company(Examination& e, Recordset& row) {
   return is_live(e, row) && row["Cd_PessoaUsuaria"].as<std::int32_t>() == e.station.tenant();
@@ -100,7 +112,7 @@ const RowCheck kRowChecks[] = {
      "Cupons fiscais cujo total não é a soma dos seus itens menos o desconto.",
      "Compare o cupom com a fita da impressora e corrija o item ou o total."},
     {"RsItemCupomFiscalSemCardex", kLineColumns,
-     [](Examination& e) { return e.closing.RsItemCupomFiscalSemCardex(e.day); }, is_live,
+     [](Examination& e) { return e.closing.RsItemCupomFiscalSemCardex(e.day); }, is_live_of_goods,
      "Itens de cupom fiscal sem lançamento no cardex: a venda não baixou o estoque.",
      "Lance a saída no cardex e informe o lançamento no item."},
     {"RsItemNotaSaidaSemCardex",

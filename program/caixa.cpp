@@ -10,8 +10,10 @@
 namespace posto::program {
 namespace {
 
+const std::pair kAllDays = {Date::of_day(1900, 1, 1), Date::of_day(9999, 12, 31)};
+
 struct Options {
-  std::int32_t shift = 0;
+  std::int32_t shift = 0;  // 0: the list of all
   bool summary = false;
   std::string page;  // the HTML file; none is written where it is empty
   Form form = Form::aligned;
@@ -75,6 +77,9 @@ void print_for_program(const ShiftPapers& papers, const Options& options) {
 
 void show(const Session& session, const Options& options) {
   flows::Station station = session.open();
+  if (options.shift == 0) {
+    return print_shifts(flows::shifts_between(station, kAllDays.first, kAllDays.second), options.form);
+  }
   const VOCaixa settled = flows::settle_shift(station, options.shift);
   ShiftPapers papers = papers_of(station, settled);
   if (options.summary || !options.page.empty()) papers.summary = flows::shift_summary(station, settled);
@@ -107,17 +112,42 @@ void print_settlement(const ShiftPapers& papers) {
   fmt::print("{}\n", difference_text(papers.shift.Vl_Diferenca));
 }
 
+namespace {
+
+// For what is entered behind its time: the command then runs as if it were that moment.
+void add_moment(CLI::App* command) {
+  const auto parsed = [](const std::string& text) {
+    return text.size() == 19 ? Date::parse_iso(text) : std::optional<Date>();
+  };
+  const auto clock = std::make_shared<std::optional<ClockOverride>>();
+  command
+      ->add_option_function<std::string>(
+          "--em", [clock, parsed](const std::string& text) { clock->emplace(parsed(text).value()); },
+          "quando foi, se não é agora")
+      ->check([parsed](const std::string& text) {
+        return parsed(text) ? std::string() : "'" + text + "' não é um momento (aaaa-mm-dd hh:mm:ss)";
+      })
+      ->type_name("MOMENTO");
+}
+
+}  // namespace
+
 void add_caixa(CLI::App& app, Session& session) {
   auto options = std::make_shared<Options>();
   CLI::App* command =
-      add_command(app, session, "caixa", "Mostra o acerto de um caixa, calculado de novo enquanto não foi conferido",
+      add_command(app, session, "caixa",
+                  "Mostra o acerto de um caixa, calculado de novo enquanto não foi conferido; sem --caixa, lista todos",
                   [&session, options] { show(session, *options); });
-  add_shift(command, options->shift);
-  command->add_flag("--resumo", options->summary, "mostra também o resumo, item por item");
+  CLI::Option* shift = add_shift(command, options->shift)->required(false);
+  command->add_flag("--resumo", options->summary, "mostra também o resumo, item por item")->needs(shift);
   command->add_option("--html", options->page, "grava acerto e resumo em uma página para papel A4")
-      ->type_name("ARQUIVO");
+      ->type_name("ARQUIVO")
+      ->needs(shift);
   add_form(command, options->form);
   add_shift_operations(app, session);
+  for (const char* name : {"abrir-caixa", "fechar-caixa", "conferir-caixa", "assumir-bico", "deixar-bico"}) {
+    add_moment(app.get_subcommand(name));
+  }
 }
 
 }  // namespace posto::program

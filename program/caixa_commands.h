@@ -7,7 +7,7 @@
 namespace posto::program {
 
 // Adds --caixa, which must be given.
-void add_shift(CLI::App* command, std::int32_t& shift);
+CLI::Option* add_shift(CLI::App* command, std::int32_t& shift);
 // The commands that change shifts, and their list.
 void add_shift_operations(CLI::App& app, Session& session);
 
@@ -15,5 +15,7 @@ void add_shift_operations(CLI::App& app, Session& session);
 ShiftPapers papers_of(flows::Station& station, const VOCaixa& shift);
 // Its settlement, for a person.
 void print_settlement(const ShiftPapers& papers);
+// Shifts as a list.
+void print_shifts(const std::vector<flows::ShiftLine>& shifts, Form form);
 
 }  // namespace posto::program

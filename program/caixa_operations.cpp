@@ -156,6 +156,12 @@ std::string_view state_text(std::int32_t state) {
 
 void list(flows::Station& station, const Options& options) {
   const Date last = options.last.empty() ? (options.first.empty() ? clock_now().day() : options.first) : options.last;
+  print_shifts(flows::shifts_between(station, options.first.empty() ? last : options.first, last), options.form);
+}
+
+}  // namespace
+
+void print_shifts(const std::vector<flows::ShiftLine>& shifts, Form form) {
   Answer answer({{"Caixa", "Cd_Caixa"},
                  {"Dia", "Dt_Abertura", "dd/mm/yyyy"},
                  {"Turno", "No_Sequencial"},
@@ -165,17 +171,18 @@ void list(flows::Station& station, const Options& options) {
                  {"Débitos", "Vl_SomaDebitos", "###,###,##0.00"},
                  {"Créditos", "Vl_SomaCreditos", "###,###,##0.00"},
                  {"Diferença", "Vl_Diferenca", "###,###,##0.00"}});
-  for (const auto& [s, employee] : flows::shifts_between(station, options.first.empty() ? last : options.first, last)) {
+  for (const auto& [s, employee] : shifts) {
     answer.add({s.Cd_Caixa, s.Dt_Abertura, s.No_Sequencial, employee, s.Hr_Abertura,
                 std::string(state_text(s.Cd_Situacao)), s.Vl_SomaDebitos, s.Vl_SomaCreditos, s.Vl_Diferenca});
   }
-  answer.print(options.form);
+  answer.print(form);
 }
 
-}  // namespace
-
-void add_shift(CLI::App* command, std::int32_t& shift) {
-  command->add_option("--caixa", shift, "código do caixa")->required()->check(CLI::PositiveNumber)->type_name("CÓDIGO");
+CLI::Option* add_shift(CLI::App* command, std::int32_t& shift) {
+  return command->add_option("--caixa", shift, "código do caixa")
+      ->required()
+      ->check(CLI::PositiveNumber)
+      ->type_name("CÓDIGO");
 }
 
 void add_shift_operations(CLI::App& app, Session& session) {

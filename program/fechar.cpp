@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "flows/closing.h"
@@ -11,8 +12,11 @@ namespace {
 
 struct Options {
   Date day;
+  bool all_rows = false;
   flows::ClosingOptions closing;
 };
+
+constexpr std::size_t kMostRows = 20;  // of a finding, unless all are asked for
 
 // The user of this computer, who closes the day where nobody else is named.
 std::string user_of_computer() {
@@ -38,23 +42,29 @@ void print_text(const std::string& text) {
   end_line();
 }
 
-void print_finding(std::string_view mark, const flows::Finding& finding) {
+void print_rows_of(const flows::Finding& finding, bool all_rows) {
+  if (finding.rows.empty()) return;
+  std::vector<AnswerColumn> columns;
+  for (const std::string& column : finding.columns) columns.push_back({column, column});
+  Answer answer(std::move(columns));
+  const std::size_t shown = all_rows ? finding.rows.size() : std::min(finding.rows.size(), kMostRows);
+  for (std::size_t i = 0; i < shown; ++i) answer.add(finding.rows[i]);
+  answer.print(Form::aligned);
+  const std::size_t more = finding.rows.size() - shown;
+  if (more > 0) fmt::print("... e mais {} (--tudo mostra {})\n", more, more == 1 ? "também este" : "também estes");
+}
+
+void print_finding(std::string_view mark, const flows::Finding& finding, bool all_rows) {
   fmt::print("\n{} {} ({})\n{}\n", mark, finding.name, finding.count(), finding.meaning);
   print_text(finding.text);
-  if (!finding.rows.empty()) {
-    std::vector<AnswerColumn> columns;
-    for (const std::string& column : finding.columns) columns.push_back({column, column});
-    Answer answer(std::move(columns));
-    for (const auto& row : finding.rows) answer.add(row);
-    answer.print(Form::aligned);
-  }
+  print_rows_of(finding, all_rows);
   if (!finding.advice.empty()) fmt::print("O que fazer: {}\n", finding.advice);
 }
 
-void print_closing(const flows::Closing& closing, const std::string& day) {
-  for (const flows::Finding& finding : closing.mended) print_finding("CORRIGIDO", finding);
-  for (const flows::Finding& finding : closing.accepted) print_finding("ACEITO", finding);
-  for (const flows::Finding& finding : closing.refused) print_finding("RECUSADO", finding);
+void print_closing(const flows::Closing& closing, const std::string& day, bool all_rows) {
+  for (const flows::Finding& finding : closing.mended) print_finding("CORRIGIDO", finding, all_rows);
+  for (const flows::Finding& finding : closing.accepted) print_finding("ACEITO", finding, all_rows);
+  for (const flows::Finding& finding : closing.refused) print_finding("RECUSADO", finding, all_rows);
   if (!closing.closed) {
     fmt::print("\nO dia {} não foi fechado. O que não puder ser corrigido é aceito com --aceitar NOME.\n", day);
   } else if (closing.was_closed) {
@@ -62,6 +72,15 @@ void print_closing(const flows::Closing& closing, const std::string& day) {
   } else {
     fmt::print("{} produtos recalculados. O dia {} está fechado.\n", closing.products.size(), day);
   }
+}
+
+std::string check_name(const std::string& name) {
+  std::string list;
+  for (const std::string_view known : flows::finding_names()) {
+    if (known == name) return {};
+    list += "\n  " + std::string(known);
+  }
+  return "'" + name + "' não é uma verificação; são estas:" + list;
 }
 
 void close(Session& session, Options& options) {
@@ -75,7 +94,7 @@ void close(Session& session, Options& options) {
     };
     closing = flows::close_day(station, options.day, options.closing);
   }
-  print_closing(closing, format_date(options.day, "dd/mm/yyyy"));
+  print_closing(closing, format_date(options.day, "dd/mm/yyyy"), options.all_rows);
   if (!closing.closed) session.status = kRefused;
 }
 
@@ -88,16 +107,16 @@ void add_fechar(CLI::App& app, Session& session) {
                                   [&session, options] { close(session, *options); });
   add_day(command, "--dia", options->day, "dia a fechar");
   command->get_option("--dia")->required();
-  std::vector<std::string> names;
-  for (std::string_view name : flows::finding_names()) names.emplace_back(name);
   command->add_option("--aceitar", options->closing.accepted, "fecha mesmo com o que esta verificação encontrou")
       ->type_name("NOME")
       ->expected(1)
       ->take_all()
-      ->check(CLI::IsMember(names));
+      ->check(check_name, "NOME");
   command->add_option("--usuario", options->closing.user, "quem fecha o dia e aceita o que foi encontrado");
   command->add_option("--tentativas", options->closing.attempts, "recálculos de um produto, cada um mais tolerante")
       ->check(CLI::Range(1, 100));
+  command->add_flag("--tudo", options->all_rows,
+                    "mostra todas as linhas do que foi encontrado, não só as primeiras 20");
 }
 
 }  // namespace posto::program

@@ -1,38 +1,17 @@
 // The sample station's week: three fiscal printers from their first coupon to their last summary map. The figures were
 // worked out by a model on exact decimals: sample/semana/README.md tells how.
+#include "tests/flows/week.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
 
-#include "flows/import_readings.h"
 #include "flows/position.h"
-#include "flows/printer_day.h"
-#include "flows/purchase.h"
-#include "flows/sale.h"
-#include "flows/sales_file.h"
 #include "posto/core/sql.h"
-#include "posto/services/csv.h"
 #include "posto/types/number_pattern.h"
-#include "tests/flows/sample_station.h"
 
 namespace posto::flows {
 namespace {
-
-const std::string kWeek = kSample + "/semana/";
-const Date kFirstDay = Date::of_day(2026, 11, 23);
-constexpr int kDays = 7;
-
-using Row = std::vector<std::string>;
-
-// The rows of a CSV file without its header; none where there is no such file.
-std::vector<Row> rows_of_file(const std::string& path) {
-  std::vector<Row> rows;
-  if (!std::filesystem::exists(path)) return rows;
-  LineFile lines(path);
-  std::string line;
-  for (lines.next(line); lines.next(line);) rows.push_back(*split_csv(line));
-  return rows;
-}
 
 std::string line_of(const Row& row) {
   std::string line;
@@ -47,43 +26,6 @@ void expect_rows(const std::vector<Row>& found, const std::vector<Row>& expected
 
 std::string money(Currency value) { return format_number(value, "0.00", kPointLocale); }
 std::string figure(double value, const char* pattern) { return format_number(value, pattern, kPointLocale); }
-std::string iso(Date day) { return format_date(day, "yyyy-mm-dd"); }
-std::string day_folder(int day) { return kWeek + iso(kFirstDay.plus_days(day)); }
-
-// The readings are copied: what is refused of them is written beside them.
-void import(Station& station, const TemporaryFolder& folder, const std::string& readings) {
-  if (!std::filesystem::exists(readings)) return;
-  const std::string copy = folder / "leituras.csv";
-  std::filesystem::copy_file(readings, copy, std::filesystem::copy_options::overwrite_existing);
-  import_readings(station, copy);
-}
-
-// What a day brings, and its end at each printer.
-struct DayResult {
-  PurchaseResult purchases;
-  SalesResult sales;
-  std::vector<PrinterDay> printers;
-};
-
-DayResult work_day(Station& station, const TemporaryFolder& folder, int day) {
-  const std::string files = day_folder(day);
-  DayResult result;
-  import(station, folder, files + "/leituras.csv");
-  if (std::filesystem::exists(files + "/notas.csv")) result.purchases = record_purchases(station, files + "/notas.csv");
-  result.sales = sell_from(station, files + "/vendas.csv");
-  for (const Row& row : rows_of_file(files + "/cancelamentos.csv")) {
-    cancel_line(station,
-                {.printer = static_cast<std::uint8_t>(std::stoi(row[0])),
-                 .number = std::stoi(row[1]),
-                 .issued = Date::parse_iso(row[2]).value()},
-                static_cast<std::uint8_t>(std::stoi(row[3])));
-  }
-  const Date date = kFirstDay.plus_days(day);
-  for (const PrinterDayKey& key : printer_days(station, date, date)) {
-    result.printers.push_back(reduce_printer_day(station, key.printer, key.day));
-  }
-  return result;
-}
 
 // The week is worked through once for all tests.
 class Week : public ::testing::Test {
