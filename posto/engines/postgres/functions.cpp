@@ -247,11 +247,36 @@ CREATE FUNCTION posto_like(x text, pattern text) RETURNS boolean IMMUTABLE STRIC
   'SELECT x COLLATE "und-x-icu" ~* coalesce(posto_like_form(pattern), ''x$y'')';
 )sql";
 
-std::string creating_script() {
+namespace {
+
+// A partition is made whole, with keys and checks, and attached.
+constexpr std::string_view kPartitionsOfACompany = R"sql(
+CREATE SCHEMA empresas;
+CREATE PROCEDURE posto.empresa(company integer) LANGUAGE plpgsql AS $$
+DECLARE
+  place text := 'empresa_' || company;
+  name text;
+BEGIN
+  EXECUTE format('CREATE SCHEMA %I', place);
+  FOR name IN SELECT relname FROM pg_class WHERE relkind = 'p' AND relnamespace = 'public'::regnamespace LOOP
+    EXECUTE format('CREATE TABLE %I.%I (LIKE empresas.%I INCLUDING ALL)', place, name, name);
+    EXECUTE format('ALTER TABLE public.%I ATTACH PARTITION %I.%I FOR VALUES IN (%s)', name, place, name, company);
+  END LOOP;
+END $$;
+)sql";
+
+}  // namespace
+
+std::string creating_script(bool partitioned) {
   std::string script = "BEGIN;";
   script += kCreateFunctions;
+  if (partitioned) script += kPartitionsOfACompany;
   script += "SET LOCAL search_path = public, posto;\n";
   for (const Table& table : all_tables()) {
+    if (partitioned && tsql::grows_by_company(table)) {
+      for (const std::string& statement : tsql::postgres_create_partitioned(table)) script += statement + ";\n";
+      continue;
+    }
     script += tsql::postgres_create_table(table) + ";\n";
     for (const std::string& index : tsql::postgres_create_indexes(table)) script += index + ";\n";
   }

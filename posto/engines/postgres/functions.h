@@ -12,6 +12,8 @@ namespace posto::postgres {
 extern const std::string_view kCreateFunctions;
 
 // All that an empty database needs, the tables and indexes of the catalogue too, as one script: all of it or nothing.
-std::string creating_script();
+// `partitioned`: the tables that grow by company are partitioned by it, with a procedure posto.empresa(company) that
+// gives a company partitions of its own, empresa_N."T", before its first row.
+std::string creating_script(bool partitioned = false);
 
 }  // namespace posto::postgres
