@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <memory>
 
+#include "flows/printer_day.h"
 #include "measure.h"
 #include "posto/core/sql.h"
+#include "posto/fiscal/DALCupomFiscal.h"
 #include "posto/forecourt/DALAbastecimento.h"
 #include "posto/forecourt/DALBomba.h"
 #include "posto/masterdata/DALEmpresaUsuaria.h"
@@ -21,11 +23,17 @@ constexpr int kPending = 50;
 constexpr int kCalls = 200;
 const Date kFirstDay = Date::of_day(2024, 1, 1);
 const Date kLastDay = kFirstDay.plus_days(364);
+constexpr int kLines = 5;              // of a coupon
+constexpr int kCouponsOfVehicle = 20;  // over the year
+constexpr int kCouponsOfDay = 50;      // of the second printer, on the day behind the last
+const Date kAskedDay = kLastDay.plus_days(1);
 
-// A station with as many persons as fuellings and movements of the ledger, spread over a year.
+enum class Coupons { none, as_many_lines };
+
+// A station with as many persons as fuellings, movements of the ledger and lines of coupons, spread over a year.
 class LargeStation {
  public:
-  LargeStation(const std::string& file, int rows, int products) : rows_(rows), products_(products) {
+  LargeStation(const std::string& file, int rows, int products, Coupons coupons) : rows_(rows), products_(products) {
     settings_->ObConnection = Connection::create();
     settings_->ObConnection->Create(file);
     settings_->ObVOEmpresaUsuaria->Cd_PessoaUsuaria = 1;
@@ -34,11 +42,15 @@ class LargeStation {
     add_persons();
     add_fuellings();
     add_movements();
+    if (coupons == Coupons::as_many_lines) add_coupons();
     transaction.commit();
   }
 
   std::shared_ptr<VOSistema> settings() const { return settings_; }
   int rows() const { return rows_; }
+  int coupons() const { return rows_ / kLines; }
+  int vehicles() const { return coupons() / kCouponsOfVehicle; }
+  Date day_of_coupon(int i) const { return day_of(i * kLines); }
 
  private:
   // `each(i, values)` fills the values of the i-th record, from 1.
@@ -96,6 +108,48 @@ class LargeStation {
         });
   }
 
+  // Each has a line of fuel and is paid by a receipt.
+  void add_coupons() {
+    settings_->ObConnection->Execute(
+        "UPDATE Produto SET Fl_VendBomba = 1 WHERE Cd_PessoaUsuaria = 1 And Cd_Produto = 1");
+    const int all = coupons() + kCouponsOfDay;
+    const auto key = [this](int i, auto& v) {
+      const bool asked = i > coupons();
+      v[0] = std::int32_t{asked ? 2 : 1};
+      v[1] = std::int32_t{i};
+      v[2] = asked ? kAskedDay : day_of_coupon(i);
+    };
+    add<5>(
+        "INSERT INTO CupomFiscal (Cd_PessoaUsuaria, No_Impressora, No_CupomFiscal, Dt_Emissao, Dt_Movimento, "
+        "Cd_Veiculo, Hr_Emissao, No_Km, Vl_TotalLiquido) VALUES (1, ?, ?, ?, ?, ?, '10:00:00', 1000, 50)",
+        all, [&](int i, auto& v) {
+          key(i, v);
+          v[3] = v[2];
+          v[4] = fmt::format("V{:06}", i % vehicles());
+        });
+    add<5>(
+        "INSERT INTO ItemCupomFiscal (Cd_PessoaUsuaria, No_Impressora, No_CupomFiscal, Dt_Emissao, No_Item, "
+        "Cd_Produto, Qt_Unidade, Vl_UnitVenda, Tx_Icms, No_SitTributaria, No_TribIcms) VALUES (1, ?, ?, ?, ?, ?, 2, 5, "
+        "18, '000', '0')",
+        all * kLines, [&](int i, auto& v) {
+          const int item = (i - 1) % kLines;
+          key(1 + (i - 1) / kLines, v);
+          v[3] = std::int32_t{1 + item};
+          v[4] = std::int32_t{item == 0 ? 1 : 1 + i % products_};
+        });
+    add<1>(
+        "INSERT INTO Recebimento (Cd_PessoaUsuaria, No_Recebimento, Cd_TipoRecebimento, Vl_Recebimento) VALUES (1, ?, "
+        "5, 50)",
+        all, [](int i, auto& v) { v[0] = std::int32_t{i}; });
+    add<4>(
+        "INSERT INTO RecebimentoCupom (Cd_PessoaUsuaria, No_Impressora, No_CupomFiscal, Dt_Emissao, No_Recebimento) "
+        "VALUES (1, ?, ?, ?, ?)",
+        all, [&](int i, auto& v) {
+          key(i, v);
+          v[3] = std::int32_t{i};
+        });
+  }
+
   std::shared_ptr<VOSistema> settings_ = std::make_shared<VOSistema>();
   int rows_, products_;
 };
@@ -138,6 +192,34 @@ void ledger_of_a_day(const LargeStation& station, int call) {
   read_all(product.rsKardex(kLastDay, kLastDay));
 }
 
+void set_coupon(DALCupomFiscal& coupon, const LargeStation& station, int call) {
+  const int number = 1 + call * 37 % station.coupons();
+  coupon.ObVO->Cd_PessoaUsuaria = 1;
+  coupon.ObVO->No_Impressora = 1;
+  coupon.ObVO->No_CupomFiscal = number;
+  coupon.ObVO->Dt_Emissao = station.day_of_coupon(number);
+  coupon.ObVO->Cd_Veiculo = fmt::format("V{:06}", number % station.vehicles());
+}
+void coupon_lines(const LargeStation& station, int call) {
+  DALCupomFiscal coupon(station.settings());
+  set_coupon(coupon, station, call);
+  for (Recordset& rows = coupon.adorsItens(); !rows.EOF(); rows.MoveNext()) {
+  }
+}
+void coupon_receipts(const LargeStation& station, int call) {
+  DALCupomFiscal coupon(station.settings());
+  set_coupon(coupon, station, call);
+  coupon.ConsultarTotalRecebimentos();
+}
+void last_odometer(const LargeStation& station, int call) {
+  DALCupomFiscal coupon(station.settings());
+  set_coupon(coupon, station, call);
+  coupon.No_UltimoKm();
+}
+void printer_day(const LargeStation& station, int) {
+  flows::printer_day({.settings = station.settings()}, 2, kAskedDay);
+}
+
 Side asked(const LargeStation& station, Question question) {
   return {[&station, question] {
     for (int i = 0; i < kCalls; ++i) question(station, i);
@@ -159,8 +241,9 @@ int run(int argc, char** argv) {
   folder = mkdtemp(folder.data());
   std::vector<Pair> pairs;
   {
-    const LargeStation small(folder + "/small.db", 10'000, 1'000), large(folder + "/large.db", 1'000'000, 20'000),
-        fewer_products(folder + "/fewer.db", 1'000'000, 2'000);
+    const LargeStation small(folder + "/small.db", 10'000, 1'000, Coupons::as_many_lines),
+        large(folder + "/large.db", 1'000'000, 20'000, Coupons::as_many_lines),
+        fewer_products(folder + "/fewer.db", 1'000'000, 2'000, Coupons::none);
     const auto grown = [&](const char* name, Question question) {
       pairs.push_back({name, asked(large, question), asked(small, question), kCalls});
     };
@@ -169,6 +252,10 @@ int run(int argc, char** argv) {
     grown("growth_last_totaliser", last_totaliser);
     grown("growth_pending", pending);
     grown("growth_ledger_of_a_day", ledger_of_a_day);
+    grown("growth_coupon_lines", coupon_lines);
+    grown("growth_coupon_receipts", coupon_receipts);
+    grown("growth_last_odometer", last_odometer);
+    grown("growth_printer_day", printer_day);
     pairs.push_back({"growth_consolidation", consolidated(large), consolidated(fewer_products), 1, 5});
     argc = measure(argc, argv, pairs);
   }

@@ -260,7 +260,7 @@ PrinterDay reduce_printer_day(Station& station, std::int32_t printer, Date day) 
     result.figures = printer_day_figures(station, printer, day);
     if (result.figures.coupons > 0) reduction.write();
   });
-  if (result.figures.coupons == 0) result.findings.push_back("não há cupons da impressora neste dia");
+  if (result.figures.coupons == 0) result.findings.emplace_back("não há cupons da impressora neste dia");
   check_all(result);
   return result;
 }
@@ -272,7 +272,7 @@ PrinterDay printer_day(const Station& station, std::int32_t printer, Date day) {
   if (stands([&] { map.Consultar(); })) {
     result.map = *map.ObVO;
   } else {
-    result.findings.push_back("não há mapa resumo: a redução não foi feita");
+    result.findings.emplace_back("não há mapa resumo: a redução não foi feita");
   }
   check_all(result);
   return result;

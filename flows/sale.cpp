@@ -2,8 +2,8 @@
 
 #include "flows/conflict.h"
 #include "flows/lookup.h"
+#include "flows/sale_pricing.h"
 #include "flows/sale_steps.h"
-#include "flows/sale_totals.h"
 #include "flows/sequence.h"
 #include "posto/core/criptografia.h"
 #include "posto/core/sql.h"
@@ -17,13 +17,11 @@
 #include "posto/masterdata/DALCliente.h"
 #include "posto/stock/DALCardex.h"
 #include "posto/types/number_pattern.h"
-#include "posto/types/rounding.h"
 
 namespace posto::flows {
 namespace {
 
 constexpr std::size_t kMostLines = 255;
-constexpr int kPriceDecimals = 3;
 constexpr std::int32_t kBlocked = 3;  // of No_SituacaoCredito: from here on nothing is sold on credit
 constexpr std::uint8_t kPaymentOfSale = 20;
 constexpr const char* kDocumentOfSale = "RV";
@@ -57,7 +55,6 @@ class Selling {
     printer_.ObVO->Cd_PessoaUsuaria = station_.tenant();
     printer_.ObVO->No_Impressora = sale_.printer;
     number_ = sale_.number != 0 ? sale_.number : highest_coupon() + 1;
-    for (const SaleLine& sold : sale_.lines) price(sold);
     fill_head();
     coupon_.Incluir();
     for (std::size_t i = 0; i < lines_.size(); ++i) write_line(lines_[i], sale_.lines[i]);
@@ -69,83 +66,6 @@ class Selling {
   }
 
  private:
-  // --- what is sold
-
-  void price(const SaleLine& sold) {
-    PricedLine line;
-    VOItemCupomFiscal& item = line.item;
-    item.Cd_PessoaUsuaria = station_.tenant();
-    item.No_Impressora = sale_.printer;
-    item.No_CupomFiscal = number_;
-    item.Dt_Emissao = sale_.moment.day();
-    item.No_Item = static_cast<std::uint8_t>(lines_.size() + 1);
-    item.Cd_Produto = sold.product;
-    item.Qt_Unidade = sold.quantity;
-    if (sold.fuelling != 0) take_fuelling(sold, item);
-    take_product(sold, line);
-    item.Qt_Unidade = stored_quantity(item.Qt_Unidade);
-    if (item.Qt_Unidade <= 0) refuse_sale("quantidade não positiva na linha " + std::to_string(item.No_Item));
-    lines_.push_back(std::move(line));
-  }
-
-  void take_fuelling(const SaleLine& sold, VOItemCupomFiscal& item) {
-    VOAbastecimento& delivered = read_fuelling(sold.fuelling);
-    if (delivered.Ic_Baixado) throw table_erro(erro::kFuellingAlreadyPosted, "flows", "sale");
-    if (delivered.Ic_Afericao) refuse_sale("o abastecimento " + std::to_string(sold.fuelling) + " é uma aferição");
-    DALBomba& nozzle = *item_.Ob_DALBomba();
-    nozzle.ObVO->RestaurarDefault();
-    nozzle.ObVO->Cd_PessoaUsuaria = station_.tenant();
-    nozzle.ObVO->De_EnderecoLogicoBico = delivered.De_EnderecoLogicoBico;
-    nozzle.Consultar();
-    if (item.Cd_Produto != 0 && item.Cd_Produto != nozzle.ObVO->Cd_Produto) {
-      refuse_sale("o abastecimento " + std::to_string(sold.fuelling) + " é de outro produto");
-    }
-    item.Cd_Produto = nozzle.ObVO->Cd_Produto;
-    item.Cd_Bomba = nozzle.ObVO->Cd_Bomba;
-    item.Cd_SisTubulacao = nozzle.ObVO->Cd_SisTubulacao;
-    if (item.Qt_Unidade == 0) item.Qt_Unidade = stored_quantity(static_cast<double>(delivered.Qt_Litros));
-    item.Vl_UnitTabela = delivered.Vl_Preco;
-    const double discounted = delivered.Vl_Preco * (1 - delivered.Tx_DescontoAbastecimento.as_double() / 100);
-    item.Vl_UnitVenda = round_half_away(Currency(discounted), kPriceDecimals);
-    item.Vl_AltAut = item.Vl_UnitVenda - item.Vl_UnitTabela;
-  }
-
-  VOAbastecimento& read_fuelling(std::int32_t code) {
-    fuelling_.ObVO->RestaurarDefault();
-    fuelling_.ObVO->Cd_PessoaUsuaria = station_.tenant();
-    fuelling_.ObVO->Cd_Abastecimento = code;
-    return fuelling_.Consultar();
-  }
-
-  void take_product(const SaleLine& sold, PricedLine& line) {
-    DALProduto& products = *item_.Ob_DALProduto();
-    products.ObVO->RestaurarDefault();
-    products.ObVO->Cd_PessoaUsuaria = station_.tenant();
-    products.ObVO->Cd_Produto = line.item.Cd_Produto;
-    const VOProduto& product = products.Consultar(false, false);
-    line.kind = product.No_Tipo;
-    line.iss_rate = product.Tx_Iss;
-    VOItemCupomFiscal& item = line.item;
-    item.No_SitTributaria = product.No_SitTributaria;
-    item.Cd_Unidade = product.Cd_Unidade;
-    item.Tx_Icms = static_cast<float>(product.Tx_Icms);
-    item.Tx_BaseCalculo = static_cast<float>(product.Tx_BaseCalculo);
-    item.No_TribIcms = product.No_TribIcms;
-    item.Cd_CFOP = cfop_of(product);
-    if (sold.fuelling == 0) item.Vl_UnitTabela = item.Vl_UnitVenda = product.Vl_Preco;
-    if (!sold.price) return;
-    item.Vl_UnitVenda = round_half_away(*sold.price, kPriceDecimals);
-    item.Vl_AltAut = Currency();
-    item.Vl_AltDig = item.Vl_UnitVenda - item.Vl_UnitTabela;
-  }
-
-  // Of sales within the state.
-  static const char* cfop_of(const VOProduto& product) {
-    if (product.No_Tipo == kService) return "5933";
-    if (product.Fl_VendBomba) return "5656";
-    return product.No_TribIcms == "6" ? "5405" : "5102";
-  }
-
   // --- the coupon
 
   void fill_head() {
@@ -164,6 +84,8 @@ class Selling {
     head.Tp_ImpNf = Tp_ImpNfEnumNao;
     head.Ic_BaixaAutomatica = sale_.automatic;
     head.Vl_DescontoCF = sale_.discount;
+    LinePricer pricer(station_, head);
+    for (const SaleLine& sold : sale_.lines) lines_.push_back(pricer.price(sold));
     add_figures(head);
     check_payments(head);
     fill_kind_of_sale(head);
@@ -261,27 +183,25 @@ class Selling {
 
   void write_line(PricedLine& line, const SaleLine& sold) {
     VOItemCupomFiscal& item = line.item;
-    if (!sold.cancelled) {
-      item.Cd_LancamentoCardex = movement_of(line, sold.fuelling);
-      item.Cd_Abastecimento = sold.fuelling;
-    }
+    if (sold.cancelled) item.Cd_Abastecimento = 0;
+    if (!sold.cancelled && line.kind != kService) item.Cd_LancamentoCardex = movement_of(line);
     *item_.ObVO = item;
     item_.Incluir();
     if (line.kind == kService) mark_service(item);
     if (sold.cancelled) {
       item_.Excluir();
-    } else if (sold.fuelling != 0) {
-      fuelling_.ObVO->Cd_Abastecimento = sold.fuelling;
+    } else if (item.Cd_Abastecimento != 0) {
+      fuelling_.ObVO->Cd_Abastecimento = item.Cd_Abastecimento;
       fuelling_.BaixarAbastecimento();
       fuelling_.ConferirBaixa();
     }
   }
 
-  // The code of the ledger movement, which is made unless it came in with the fuelling; 0 for a service.
-  std::int32_t movement_of(const PricedLine& line, std::int32_t fuelling) {
-    if (line.kind == kService) return 0;
-    if (fuelling != 0) {
-      if (const std::int32_t taken_in = movement_with(read_fuelling(fuelling), line.item)) return taken_in;
+  // The code of the line's ledger movement, which is made unless it came in with the fuelling.
+  std::int32_t movement_of(const PricedLine& line) {
+    const bool of_fuelling = line.item.Cd_Abastecimento != 0;
+    if (of_fuelling) {
+      if (const std::int32_t taken_in = movement_with(line)) return taken_in;
     }
     VOCardex& v = *ledger_.ObVO;
     v.RestaurarDefault();
@@ -294,13 +214,14 @@ class Selling {
     v.Tx_Icms = Currency(static_cast<double>(line.item.Tx_Icms));
     v.Cd_SisTubulacao = line.item.Cd_SisTubulacao;
     v.Cd_Produto = line.item.Cd_Produto;
-    ledger_.AtualizarEstoqueProduto(v, Tp_EdicaoInclusao, fuelling == 0);
+    ledger_.AtualizarEstoqueProduto(v, Tp_EdicaoInclusao, !of_fuelling);
     v.Cd_LancamentoCardex = ledger_numbers_.next();
     ledger_.Incluir();
     return v.Cd_LancamentoCardex;
   }
 
-  std::int32_t movement_with(const VOAbastecimento& delivered, const VOItemCupomFiscal& item) {
+  // The movement that was taken in with the line's fuelling; 0 where none was.
+  std::int32_t movement_with(const PricedLine& line) {
     Recordset movement = station_.connection().Execute(sql(R"(
         SELECT Cd_LancamentoCardex
         FROM   Cardex
@@ -308,9 +229,9 @@ class Selling {
                Cd_Produto = {} And
                Dt_Emissao = {} And
                Nm_Doc = '{}')",
-                                                           station_.tenant(), item.Cd_Produto,
-                                                           DateSemHoraToSql(delivered.Dt_Termino, *station_.settings),
-                                                           document_of_fuelling(delivered.Cd_Abastecimento)));
+                                                           station_.tenant(), line.item.Cd_Produto,
+                                                           DateSemHoraToSql(line.delivered, *station_.settings),
+                                                           document_of_fuelling(line.item.Cd_Abastecimento)));
     return movement.EOF() ? 0 : movement["Cd_LancamentoCardex"].as<std::int32_t>();
   }
 

@@ -15,6 +15,7 @@ struct PricedLine {
   VOItemCupomFiscal item;
   std::uint8_t kind = kGoods;
   Currency iss_rate;  // per cent, of a service
+  Date delivered{};   // the end of the fuelling
 };
 
 // A quantity as a line keeps it: narrowed to 32 bits.

@@ -18,7 +18,7 @@ namespace posto::flows {
 // The totalisers of a nozzle, in litres, where a responsibility for it begins or ends.
 struct NozzleReading {
   std::int32_t nozzle = 0;           // Cd_Bomba
-  std::optional<double> electronic;  // none: behind the last delivery, or where the station began to record
+  std::optional<double> electronic;  // none: behind the last delivery, or where station or responsibility began
   std::optional<double> mechanical;  // none: by the difference that the nozzle is known to have
 };
 

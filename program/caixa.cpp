@@ -56,13 +56,13 @@ void print_group(const flows::SummaryGroup& group) {
   fmt::print("\n{}\n", group.name);
   std::vector<AnswerColumn> columns = {{group.heads[0], {}}};
   for (std::size_t i = 0; i < 3; ++i) {
-    if (has_values(group, i)) columns.push_back({group.heads[i + 1], {}, std::string(value_pattern(group, i))});
+    if (is_shown(group, i)) columns.push_back({group.heads[i + 1], {}, std::string(value_pattern(group, i))});
   }
   Answer answer(std::move(columns));
   for (const flows::SummaryRow& row : group.rows) {
     std::vector<Variant> cells = {row.name};
     for (std::size_t i = 0; i < row.values.size(); ++i) {
-      if (has_values(group, i)) cells.push_back(shown(row.values[i]));
+      if (is_shown(group, i)) cells.push_back(shown(row.values[i]));
     }
     answer.add(std::move(cells));
   }

@@ -62,7 +62,10 @@ Currency amount_of(const std::string& text) {
 }
 
 void add_employee(CLI::App* command, Options& options, const char* description) {
-  command->add_option("--funcionario", options.employee, description)->required()->check(CLI::PositiveNumber);
+  command->add_option("--funcionario", options.employee, description)
+      ->required()
+      ->check(CLI::PositiveNumber)
+      ->type_name("CÓDIGO");
 }
 
 CLI::Option* add_nozzles(CLI::App* command, Options& options, const char* description) {
@@ -172,7 +175,7 @@ void list(flows::Station& station, const Options& options) {
 }  // namespace
 
 void add_shift(CLI::App* command, std::int32_t& shift) {
-  command->add_option("--caixa", shift, "código do caixa")->required()->check(CLI::PositiveNumber);
+  command->add_option("--caixa", shift, "código do caixa")->required()->check(CLI::PositiveNumber)->type_name("CÓDIGO");
 }
 
 void add_shift_operations(CLI::App& app, Session& session) {
@@ -217,7 +220,10 @@ void add_shift_operations(CLI::App& app, Session& session) {
         flows::set_divergence(station, o.shift, o.kind, o.amount, o.description);
       });
   add_shift(divergence, options->shift);
-  divergence->add_option("--tipo", options->kind, "tipo de divergência")->required()->check(CLI::PositiveNumber);
+  divergence->add_option("--tipo", options->kind, "tipo de divergência")
+      ->required()
+      ->check(CLI::PositiveNumber)
+      ->type_name("CÓDIGO");
   divergence
       ->add_option_function<std::string>(
           "--valor", [options](const std::string& text) { options->amount = amount_of(text); }, "valor; 0 retira-a")

@@ -6,6 +6,7 @@
 
 #include "posto/core/enumerations.h"
 #include "posto/types/number_pattern.h"
+#include "posto/types/text.h"
 
 namespace posto::program {
 namespace {
@@ -78,8 +79,6 @@ std::string_view value_pattern(const flows::SummaryGroup& group, std::size_t col
   return kMoney;
 }
 
-bool has_values(const flows::SummaryGroup& group, std::size_t column) {
-  return std::ranges::any_of(group.rows, [&](const auto& row) { return row.values[column].has_value(); });
-}
+bool is_shown(const flows::SummaryGroup& group, std::size_t column) { return trim(group.heads[column + 1]) != "-"; }
 
 }  // namespace posto::program

@@ -35,7 +35,7 @@ std::string money_text(const std::optional<Currency>& amount);  // empty for non
 // How the figures of one of the group's three columns are written: litres and totalisers with three decimals, prices
 // with all they have, counts without.
 std::string_view value_pattern(const flows::SummaryGroup& group, std::size_t column);
-// Whether the group has anything in a column of values.
-bool has_values(const flows::SummaryGroup& group, std::size_t column);
+// Whether a column of values is one: a caption of a dash says that it is none.
+bool is_shown(const flows::SummaryGroup& group, std::size_t column);
 
 }  // namespace posto::program

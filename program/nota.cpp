@@ -22,10 +22,11 @@ struct Options {
   Form form = Form::aligned;
 };
 
-void print_columns(Recordset rows, std::vector<AnswerColumn> columns, Form form) {
+void print_columns(Recordset rows, const std::vector<AnswerColumn>& columns, Form form) {
   Answer answer(columns);
   for (; !rows.EOF(); rows.MoveNext()) {
     std::vector<Variant> values;
+    values.reserve(columns.size());
     for (const AnswerColumn& column : columns) values.push_back(rows[column.name].Value());
     answer.add(std::move(values));
   }

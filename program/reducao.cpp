@@ -64,6 +64,7 @@ std::vector<flows::PrinterDay> work(flows::Station& station, const Options& opti
   std::vector<flows::PrinterDayKey> keys = flows::printer_days(station, options.first, last, options.printer);
   if (keys.empty() && options.printer != 0) keys = {{options.printer, options.first}};
   std::vector<flows::PrinterDay> days;
+  days.reserve(keys.size());
   for (const auto& key : keys) {
     days.push_back(options.only_list ? flows::printer_day(station, key.printer, key.day)
                                      : flows::reduce_printer_day(station, key.printer, key.day));
@@ -74,6 +75,11 @@ std::vector<flows::PrinterDay> work(flows::Station& station, const Options& opti
 void reduce(Session& session, const Options& options) {
   flows::Station station = session.open();
   const std::vector<flows::PrinterDay> days = work(station, options);
+  if (days.empty()) {
+    fmt::print(stderr, "não há cupons no período\n");
+    session.status = kRefused;
+    return;
+  }
   if (options.form == Form::aligned) {
     totals_of(days).print(options.form);
     fmt::print("\n");

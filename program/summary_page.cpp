@@ -69,17 +69,16 @@ std::string settlement(const VOCaixa& shift) {
   return text + "<p class=\"difference\">" + escaped(difference_text(shift.Vl_Diferenca)) + "</p>\n";
 }
 
-// Columns of values in which the group has nothing are left out.
 std::string group_table(const flows::SummaryGroup& group) {
   std::vector<std::string> heads;
   for (std::size_t i = 0; i < 3; ++i) {
-    if (has_values(group, i)) heads.push_back(group.heads[i + 1]);
+    if (is_shown(group, i)) heads.push_back(group.heads[i + 1]);
   }
   std::string text = "<h2>" + escaped(group.name) + "</h2>\n" + head(group.heads[0], heads);
   for (const flows::SummaryRow& row : group.rows) {
     text += "<tr>" + cell(row.name);
     for (std::size_t i = 0; i < row.values.size(); ++i) {
-      if (!has_values(group, i)) continue;
+      if (!is_shown(group, i)) continue;
       text += figure(row.values[i] ? format_number(*row.values[i], value_pattern(group, i)) : std::string());
     }
     text += "</tr>\n";

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <string>
+#include <vector>
 
 #include "posto/closing/stock_walk.h"
 #include "posto/core/entity.h"
@@ -17,6 +19,23 @@ inline constexpr Description kFecDiario{.class_name = "DALFecDiario",
                                         .empty_query = "Cd_PessoaUsuaria = 0 and Dt_FecDiario = Null"};
 
 struct Verification;
+
+// How far a walk has come in a product's ledger.
+struct LedgerPlace {
+  Date day;
+  std::int32_t code = std::numeric_limits<std::int32_t>::min();  // of the last movement that was walked
+
+  // Whether a movement was walked already.
+  bool is_behind(const LedgerPlace& movement) const {
+    return movement.day < day || (movement.day == day && movement.code <= code);
+  }
+};
+
+// A movement that is to hold these figures.
+struct StockRewrite {
+  std::int32_t company = 0, code = 0;
+  StockFigures figures;
+};
 
 // Standard operations (core/entity.h) on the record of a closed day, which needs both columns of its key.
 //
@@ -95,9 +114,9 @@ class DALFecDiario : public Entity<VOFecDiario, kFecDiario> {
   // Walks a product's ledger from a day on, works out the position behind each movement (stock_walk.h), rewrites those
   // that differ, with four decimals, and gives the product the closing figures with two. With Ic_AtualizarCardex false
   // it walks that one day and leaves the product alone. The three figures hold the opening position and get the closing
-  // one; a null figure of a movement counts as 0. Reads forward only and holds one row; the caller may hold a
-  // transaction, otherwise each row written stands by itself. Failures report themselves as AtualizarEstoqueCardex.
-  // True.
+  // one; a null figure of a movement counts as 0. Reads forward only and holds a bounded number of rewrites; the caller
+  // may hold a transaction, otherwise each row written stands by itself. Failures report themselves as
+  // AtualizarEstoqueCardex. True.
   bool AtualizaEstoqueCardex(Date Dt_InicialDeAtualizacao, std::int32_t Cd_Produto, float& Qt_EstoqueAnt,
                              float& Vl_CustoMedioAnt, float& Vl_CredIcmsMedioAnt, bool Ic_AtualizarCardex = true);
   // Whether the product's stock is what its initial stock and its whole ledger explain, and then
@@ -116,7 +135,9 @@ class DALFecDiario : public Entity<VOFecDiario, kFecDiario> {
   Currency coupon_sum_of(Date day);
   Recordset coupons_of(Recordset& map, Date day);
   void put_fuellings_in_sequence(std::int32_t nozzle, const std::string& address, const std::string& since);
-  std::string rewrite_statement(Recordset& row, const StockFigures& figures) const;
+  bool walk_on(LedgerPlace& place, std::int32_t product, std::string_view comparison, StockWalk& walk,
+               std::vector<StockRewrite>& rewrites);
+  std::string rewrite_statement(const StockRewrite& rewrite) const;
   std::string product_statement(std::int32_t product, const StockPosition& closing) const;
 };
 

@@ -12,6 +12,7 @@ namespace {
 constexpr std::int32_t kFuelTolerance = 5, kOtherTolerance = 1;  // of each try
 constexpr double kLastRowTolerance = 2;
 constexpr std::uint8_t kStoredDecimals = 4;
+constexpr std::size_t kMostRewrites = 10'000;  // that are held at once
 
 // A statement in which a null is no failure: it is skipped.
 template <class Statement>
@@ -21,6 +22,10 @@ void unless_null(Statement&& statement) {
   } catch (const Erro& failure) {
     if (failure.number() != erro::kInvalidUseOfNull) throw;
   }
+}
+
+LedgerPlace place_of(Recordset& row) {
+  return {.day = row["Dt_Emissao"].as<Date>(), .code = row["Cd_LancamentoCardex"].as<std::int32_t>()};
 }
 
 bool is_entry(std::int32_t type) { return type >= 10 && type < 20; }
@@ -57,23 +62,11 @@ bool DALFecDiario::AtualizaEstoqueCardex(Date Dt_InicialDeAtualizacao, std::int3
                                          float& Vl_CustoMedioAnt, float& Vl_CredIcmsMedioAnt, bool Ic_AtualizarCardex) {
   return routine("AtualizarEstoqueCardex", [&] {
     StockWalk walk({Qt_EstoqueAnt, Vl_CustoMedioAnt, Vl_CredIcmsMedioAnt});
-    Recordset rows = read(sql(R"(
-        SELECT   *
-        FROM     Cardex
-        WHERE    Cd_PessoaUsuaria = {} And
-                 Cd_Produto = {} And
-                 Dt_Emissao {} {}
-        ORDER BY Cardex.Cd_PessoaUsuaria, Cardex.Cd_Produto, Cardex.Dt_Emissao, Cardex.Cd_LancamentoCardex)",
-                              ObVO->Cd_PessoaUsuaria, Cd_Produto, Ic_AtualizarCardex ? ">=" : "=",
-                              day_literal(Dt_InicialDeAtualizacao)));
-    for (; !rows.EOF(); rows.MoveNext()) {
-      const StockFigures& figures = walk.take({.type = rows["No_Tipo"].as<std::int32_t>(),
-                                               .quantity = rows["Qt_Unidade"].value_or(0.0),
-                                               .unit_cost = rows["Vl_Unitario"].value_or(0.0),
-                                               .icms_rate = rows["Tx_Icms"].value_or(Currency()).as_double()});
-      if (differs(figures, rows["Qt_Estoque"].value_or(0.0), rows["Vl_CustoMedio"].value_or(0.0))) {
-        execute(rewrite_statement(rows, figures));
-      }
+    LedgerPlace place{.day = Dt_InicialDeAtualizacao};
+    for (bool ended = false; !ended;) {
+      std::vector<StockRewrite> rewrites;
+      ended = walk_on(place, Cd_Produto, Ic_AtualizarCardex ? ">=" : "=", walk, rewrites);
+      for (const StockRewrite& rewrite : rewrites) execute(rewrite_statement(rewrite));
       Qt_EstoqueAnt = walk.carried().quantity;
       Vl_CustoMedioAnt = walk.carried().cost;
       Vl_CredIcmsMedioAnt = walk.carried().icms_credit;
@@ -83,7 +76,36 @@ bool DALFecDiario::AtualizaEstoqueCardex(Date Dt_InicialDeAtualizacao, std::int3
   });
 }
 
-std::string DALFecDiario::rewrite_statement(Recordset& row, const StockFigures& figures) const {
+// Walks from behind a place until the ledger ends, or as many movements are to be rewritten as are held: they are
+// written when the rows are let go, because a database must take in the rest of a table that changes while it is read.
+bool DALFecDiario::walk_on(LedgerPlace& place, std::int32_t product, std::string_view comparison, StockWalk& walk,
+                           std::vector<StockRewrite>& rewrites) {
+  Recordset rows = read(sql(R"(
+      SELECT   *
+      FROM     Cardex
+      WHERE    Cd_PessoaUsuaria = {} And
+               Cd_Produto = {} And
+               Dt_Emissao {} {}
+      ORDER BY Cardex.Cd_PessoaUsuaria, Cardex.Cd_Produto, Cardex.Dt_Emissao, Cardex.Cd_LancamentoCardex)",
+                            ObVO->Cd_PessoaUsuaria, product, comparison, day_literal(place.day)));
+  while (!rows.EOF() && place.is_behind(place_of(rows))) rows.MoveNext();
+  for (; !rows.EOF(); rows.MoveNext()) {
+    const StockFigures& figures = walk.take({.type = rows["No_Tipo"].as<std::int32_t>(),
+                                             .quantity = rows["Qt_Unidade"].value_or(0.0),
+                                             .unit_cost = rows["Vl_Unitario"].value_or(0.0),
+                                             .icms_rate = rows["Tx_Icms"].value_or(Currency()).as_double()});
+    if (!differs(figures, rows["Qt_Estoque"].value_or(0.0), rows["Vl_CustoMedio"].value_or(0.0))) continue;
+    rewrites.push_back({.company = rows["Cd_PessoaUsuaria"].as<std::int32_t>(),
+                        .code = rows["Cd_LancamentoCardex"].as<std::int32_t>(),
+                        .figures = figures});
+    if (rewrites.size() < kMostRewrites) continue;
+    place = place_of(rows);
+    return false;
+  }
+  return true;
+}
+
+std::string DALFecDiario::rewrite_statement(const StockRewrite& rewrite) const {
   return sql(R"(
       UPDATE Cardex
       SET    Qt_Estoque = {},
@@ -91,9 +113,8 @@ std::string DALFecDiario::rewrite_statement(Recordset& row, const StockFigures& 
              Vl_CredIcmsMedio = {}
       WHERE  Cd_PessoaUsuaria = {} And
              Cd_LancamentoCardex = {})",
-             DoubleToSql(figures.quantity, kStoredDecimals), DoubleToSql(figures.cost, kStoredDecimals),
-             DoubleToSql(figures.icms_credit, kStoredDecimals), row["Cd_PessoaUsuaria"].as<std::int32_t>(),
-             row["Cd_LancamentoCardex"].as<std::int32_t>());
+             DoubleToSql(rewrite.figures.quantity, kStoredDecimals), DoubleToSql(rewrite.figures.cost, kStoredDecimals),
+             DoubleToSql(rewrite.figures.icms_credit, kStoredDecimals), rewrite.company, rewrite.code);
 }
 
 std::string DALFecDiario::product_statement(std::int32_t product, const StockPosition& closing) const {

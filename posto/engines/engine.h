@@ -140,8 +140,8 @@ class Engine {
   virtual void create_schema() = 0;
 };
 
-// Opens the database that a connection string names: "sqlite:FILE" or a plain path, "postgresql://user@host/database".
-// Seconds: how long to wait for a server, or for a file that another process holds. Raises 0x80004005.
+// Opens what a connection string names: "sqlite:FILE" or a plain path, "postgresql://user@host/database", "DSN=...",
+// "Driver=...". Seconds: the wait for a server, or for a file that another process holds. Raises 0x80004005.
 std::shared_ptr<Engine> open_engine(std::string_view connection_string, std::int32_t timeout_seconds);
 // The connection string as a message may show it: "***" in place of a password.
 std::string shown_address(std::string_view connection_string);

@@ -83,14 +83,14 @@ void DALCupomFiscal::require_key() {
 std::string DALCupomFiscal::day(Date date) const { return DateSemHoraToSql(date, *ObVOSistema); }
 
 // The conditions on the coupon's key, of a table or of its alias, without the word WHERE.
-std::string DALCupomFiscal::key_of(std::string_view alias) const {
+std::string DALCupomFiscal::key_of(std::string_view alias, std::string_view conjunction) const {
   return sql(R"(
       {}Cd_PessoaUsuaria = {}
-      And {}No_Impressora = {}
-      And {}No_CupomFiscal = {}
-      And {}Dt_Emissao = {})",
-             alias, ObVO->Cd_PessoaUsuaria, alias, ObVO->No_Impressora, alias, ObVO->No_CupomFiscal, alias,
-             day(ObVO->Dt_Emissao));
+      {} {}No_Impressora = {}
+      {} {}No_CupomFiscal = {}
+      {} {}Dt_Emissao = {})",
+             alias, ObVO->Cd_PessoaUsuaria, conjunction, alias, ObVO->No_Impressora, conjunction, alias,
+             ObVO->No_CupomFiscal, conjunction, alias, day(ObVO->Dt_Emissao));
 }
 
 // --- the record
@@ -199,7 +199,7 @@ bool DALCupomFiscal::ExcluirRecebimentos() {
         FROM   RecebimentoCupom A
                INNER JOIN Recebimento AS B ON A.No_Recebimento = B.No_Recebimento
         WHERE  {} ;)",
-                                      key_of("A.")));
+                                      key_of("A.", "AND")));
     VORecebimentoCupom link;
     for (; !receipts.EOF(); receipts.MoveNext()) {
       for (std::string_view column : kReceiptLink) by_name(link).let(column, receipts[column].Value());
@@ -231,7 +231,7 @@ Currency DALCupomFiscal::ConsultarTotalRecebimentos() {
                INNER JOIN Recebimento AS B ON B.Cd_PessoaUsuaria = A.Cd_PessoaUsuaria And
                                               B.No_Recebimento = A.No_Recebimento
         WHERE  {})",
-                               key_of("A.")));
+                               key_of("A.", "AND")));
     return total["SomaDeVl_Recebimento"].value_or(Currency());
   });
 }
@@ -252,7 +252,7 @@ Recordset& DALCupomFiscal::ConsultarItens(TipoConsultaItensEnum Tp_Consulta, boo
         WHERE    {}
         And Ic_Excluido = 0{}
         ORDER BY A.No_Item)",
-                          key_of("A."), filter_of(Tp_Consulta)));
+                          key_of("A.", "AND"), filter_of(Tp_Consulta)));
     Ic_adoRsItensAtualizado = true;
   });
   return items_;

@@ -95,7 +95,7 @@ class DALCupomFiscal : public LiveEntity<VOCupomFiscal, kCupomFiscal> {
   void corrigirCaixaRecebimentoDiferenteCaixaCupom();
   void require_key();
   std::string day(Date date) const;
-  std::string key_of(std::string_view alias) const;
+  std::string key_of(std::string_view alias, std::string_view conjunction = "And") const;
 
   Recordset items_;
 };

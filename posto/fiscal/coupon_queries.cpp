@@ -139,7 +139,7 @@ Recordset DALCupomFiscal::CuponsSemEmissaoDeNfRs(std::int32_t Cd_PessoaUsuaria, 
   return routine("CuponsSemEmissaoDeNfRs", [&] {
     const Currency zero;
     std::string conditions;
-    auto add = [&](bool asked, std::string condition) {
+    auto add = [&](bool asked, const std::string& condition) {
       if (asked) conditions += "\r" + condition;
     };
     add(Cd_Produto > 0, sql("And B.Cd_Produto = {}", Cd_Produto));

@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
+
+#include "posto/tsql/ddl_names.h"
 #include "posto/tsql/names.h"
-#include "posto/types/text.h"
 
 namespace posto::tsql {
 namespace {
@@ -58,33 +60,40 @@ std::string column_line(const Column& column) {
   return line;
 }
 
-std::vector<std::string> key_of(const Table& table) {
-  std::vector<std::string> key;
-  for (const Column& column : table.columns) {
-    if (column.key) key.push_back(quoted_name(column.name));
-  }
-  return key;
+// Empty where there is no key.
+std::string key_constraint(const Table& table) {
+  return table.has_key() ? fmt::format("PRIMARY KEY ({})", quoted_key(table)) : std::string();
 }
 
-std::string columns_of(std::string_view columns) {
-  std::string list;
-  while (!columns.empty()) {
-    const std::size_t comma = columns.find(',');
-    list += (list.empty() ? "" : ", ") + quoted_name(trim(columns.substr(0, comma))) + " NULLS FIRST";
-    columns = comma == std::string_view::npos ? std::string_view() : columns.substr(comma + 1);
-  }
-  return list;
+std::string columns_and(const Table& table, const std::string& constraint) {
+  std::vector<std::string> lines;
+  for (const Column& column : table.columns) lines.push_back("  " + column_line(column));
+  if (!constraint.empty()) lines.push_back("  " + constraint);
+  return fmt::format("(\n{}\n)", fmt::join(lines, ",\n"));
 }
+
+// All have a key that begins with the company and is not generated.
+constexpr std::string_view kGrowing[] = {"Abastecimento",   "Cardex",      "ContaAReceber",    "CupomFiscal",
+                                         "ItemCupomFiscal", "Recebimento", "RecebimentoCupom", "LogLiberacaoBico"};
 
 }  // namespace
 
 std::string postgres_create_table(const Table& table, bool temporary) {
-  std::vector<std::string> lines;
-  for (const Column& column : table.columns) lines.push_back("  " + column_line(column));
-  const std::vector<std::string> key = key_of(table);
-  if (!key.empty()) lines.push_back(fmt::format("  PRIMARY KEY ({})", fmt::join(key, ", ")));
-  return fmt::format("CREATE {}TABLE {} (\n{}\n)", temporary ? "TEMPORARY " : "", quoted_name(table.name),
-                     fmt::join(lines, ",\n"));
+  return fmt::format("CREATE {}TABLE {} {}", temporary ? "TEMPORARY " : "", quoted_name(table.name),
+                     columns_and(table, key_constraint(table)));
+}
+
+bool grows_by_company(const Table& table) {
+  return std::find(std::begin(kGrowing), std::end(kGrowing), table.name) != std::end(kGrowing);
+}
+
+std::vector<std::string> postgres_create_partitioned(const Table& table) {
+  const std::string name = quoted_name(table.name);
+  std::vector<std::string> statements = {
+      fmt::format("CREATE TABLE {} {} PARTITION BY LIST (\"Cd_PessoaUsuaria\")", name, columns_and(table, {})),
+      fmt::format("CREATE TABLE empresas.{} PARTITION OF {} ({}) DEFAULT", name, name, key_constraint(table))};
+  for (std::string& index : postgres_create_indexes(table)) statements.push_back(std::move(index));
+  return statements;
 }
 
 std::vector<std::string> postgres_create_indexes(const Table& table) {
@@ -93,7 +102,7 @@ std::vector<std::string> postgres_create_indexes(const Table& table) {
   for (const Index& index : table.indexes) {
     statements.push_back(fmt::format("CREATE {}INDEX {} ON {} ({})", index.unique ? "UNIQUE " : "",
                                      quoted_name(fmt::format("{}_{}", table.name, statements.size() + 1)), name,
-                                     columns_of(index.columns)));
+                                     quoted_names(index, " NULLS FIRST")));
     if (!index.only_where_zero.empty())
       statements.back() += fmt::format(" WHERE {} = 0", quoted_name(index.only_where_zero));
   }

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "posto/tsql/ddl_names.h"
 #include "posto/tsql/names.h"
-#include "posto/types/text.h"
 
 namespace posto::tsql {
 namespace {
@@ -60,31 +60,13 @@ std::string column_line(const Table& table, const Column& column) {
   return line;
 }
 
-std::string key_columns(const Table& table) {
-  std::string keys;
-  for (const Column& column : table.columns) {
-    if (column.key) keys += (keys.empty() ? "" : ", ") + quoted_name(column.name);
-  }
-  return keys;
-}
-
-std::string name_list(std::string_view columns) {
-  std::string list;
-  while (!columns.empty()) {
-    std::size_t comma = columns.find(',');
-    list += (list.empty() ? "" : ", ") + quoted_name(trim(columns.substr(0, comma)));
-    columns = comma == std::string_view::npos ? std::string_view() : columns.substr(comma + 1);
-  }
-  return list;
-}
-
 }  // namespace
 
 std::string sqlite_create_table(const Table& table, bool temporary) {
   std::string lines;
   for (const Column& column : table.columns) lines += (lines.empty() ? "  " : ",\n  ") + column_line(table, column);
   bool generated = table.identity() != nullptr;
-  if (table.has_key()) lines += fmt::format(",\n  {} ({})", generated ? "UNIQUE" : "PRIMARY KEY", key_columns(table));
+  if (table.has_key()) lines += fmt::format(",\n  {} ({})", generated ? "UNIQUE" : "PRIMARY KEY", quoted_key(table));
   bool rowless = table.has_key() && !generated && !temporary;
   return fmt::format("CREATE {}TABLE {} (\n{}\n) STRICT{}", temporary ? "TEMPORARY " : "", quoted_name(table.name),
                      lines, rowless ? ", WITHOUT ROWID" : "");
@@ -95,7 +77,7 @@ std::vector<std::string> sqlite_create_indexes(const Table& table) {
   for (const Index& index : table.indexes) {
     std::string name = fmt::format("{}_{}", table.name, statements.size() + 1);
     std::string text = fmt::format("CREATE {}INDEX {} ON {} ({})", index.unique ? "UNIQUE " : "", quoted_name(name),
-                                   quoted_name(table.name), name_list(index.columns));
+                                   quoted_name(table.name), quoted_names(index));
     if (!index.only_where_zero.empty()) text += fmt::format(" WHERE {} = 0", quoted_name(index.only_where_zero));
     statements.push_back(std::move(text));
   }
@@ -124,13 +106,9 @@ std::string statistics_row(const Table& table, std::string_view index, const std
   return fmt::format("INSERT INTO sqlite_stat1 VALUES ('{}', '{}', '{}')", table.name, index, numbers);
 }
 
-std::vector<const Column*> columns_named(const Table& table, std::string_view names) {
+std::vector<const Column*> columns_of(const Table& table, const Index& index) {
   std::vector<const Column*> columns;
-  while (!names.empty()) {
-    std::size_t comma = names.find(',');
-    columns.push_back(table.find(trim(names.substr(0, comma))));
-    names = comma == std::string_view::npos ? std::string_view() : names.substr(comma + 1);
-  }
+  for (std::string_view name : names_of(index)) columns.push_back(table.find(name));
   return columns;
 }
 
@@ -151,8 +129,8 @@ std::vector<std::string> sqlite_statistics(const Table& table) {
   int number = 0;
   for (const Index& index : table.indexes) {
     const double size = index.only_where_zero.empty() ? kRows : kPendingRows;
-    rows.push_back(statistics_row(table, fmt::format("{}_{}", table.name, ++number),
-                                  columns_named(table, index.columns), size, index.unique));
+    rows.push_back(statistics_row(table, fmt::format("{}_{}", table.name, ++number), columns_of(table, index), size,
+                                  index.unique));
   }
   return rows;
 }

@@ -3,10 +3,8 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <algorithm>
-
+#include "posto/tsql/ddl_names.h"
 #include "posto/tsql/names.h"
-#include "posto/types/text.h"
 
 namespace posto::tsql {
 namespace {
@@ -45,29 +43,11 @@ std::string column_line(const Column& column) {
   return line;
 }
 
-std::vector<std::string> key_of(const Table& table) {
-  std::vector<std::string> key;
-  for (const Column& column : table.columns) {
-    if (column.key) key.push_back(quoted_name(column.name));
-  }
-  return key;
-}
-
-std::vector<std::string_view> names_of(std::string_view columns) {
-  std::vector<std::string_view> names;
-  while (!columns.empty()) {
-    const std::size_t comma = std::min(columns.find(','), columns.size());
-    names.push_back(trim(columns.substr(0, comma)));
-    columns.remove_prefix(std::min(comma + 1, columns.size()));
-  }
-  return names;
-}
-
 // The rows that an index holds; empty where it holds all.
-std::string condition_of(const Table& table, const Index& index, const std::vector<std::string_view>& columns) {
+std::string condition_of(const Table& table, const Index& index) {
   std::vector<std::string> terms;
   if (!index.only_where_zero.empty()) terms.push_back(quoted_name(index.only_where_zero) + " = 0");
-  for (std::string_view name : columns) {
+  for (std::string_view name : names_of(index)) {
     const Column* column = table.find(name);
     if (index.unique && column != nullptr && column->nullable) terms.push_back(quoted_name(name) + " IS NOT NULL");
   }
@@ -79,8 +59,7 @@ std::string condition_of(const Table& table, const Index& index, const std::vect
 std::string sqlserver_create_table(const Table& table) {
   std::vector<std::string> lines;
   for (const Column& column : table.columns) lines.push_back("  " + column_line(column));
-  const std::vector<std::string> key = key_of(table);
-  if (!key.empty()) lines.push_back(fmt::format("  PRIMARY KEY ({})", fmt::join(key, ", ")));
+  if (table.has_key()) lines.push_back(fmt::format("  PRIMARY KEY ({})", quoted_key(table)));
   return fmt::format("CREATE TABLE {} (\n{}\n)", quoted_name(table.name), fmt::join(lines, ",\n"));
 }
 
@@ -88,12 +67,9 @@ std::vector<std::string> sqlserver_create_indexes(const Table& table) {
   std::vector<std::string> statements;
   const std::string name = quoted_name(table.name);
   for (const Index& index : table.indexes) {
-    const std::vector<std::string_view> columns = names_of(index.columns);
-    std::vector<std::string> quoted;
-    for (std::string_view column : columns) quoted.push_back(quoted_name(column));
     statements.push_back(fmt::format("CREATE {}INDEX {} ON {} ({}){}", index.unique ? "UNIQUE " : "",
                                      quoted_name(fmt::format("{}_{}", table.name, statements.size() + 1)), name,
-                                     fmt::join(quoted, ", "), condition_of(table, index, columns)));
+                                     quoted_names(index), condition_of(table, index)));
   }
   // A generated number finds its row, whatever the key begins with.
   if (const Column* generated = table.identity(); generated != nullptr) {

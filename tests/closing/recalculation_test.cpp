@@ -98,6 +98,28 @@ TEST_F(RecalculationTest, AThousandAndMoreIsWrittenWithoutGrouping) {
   EXPECT_EQ(ledger(), "1234567.25,1000.5556,0\n");
 }
 
+// More movements than are held to be rewritten at once, so that the walk begins again in the middle of a day.
+TEST_F(RecalculationTest, ALongLedgerIsWalkedInPieces) {
+  add_product("0, 0, 0");
+  add_movement(1, 1, "11, 1, 0, 0");
+  int count = 1;
+  for (; count < 16'384; count *= 2) {
+    run(
+        fmt::format("INSERT INTO Cardex (Cd_PessoaUsuaria, Cd_LancamentoCardex, Dt_Emissao, Cd_Produto, No_Tipo, "
+                    "Qt_Unidade) SELECT Cd_PessoaUsuaria, Cd_LancamentoCardex + {}, '2026-11-{:02}', Cd_Produto, "
+                    "No_Tipo, Qt_Unidade FROM Cardex",
+                    count, count > 4000 ? 2 : 1));
+  }
+  Transaction transaction(settings_->ObConnection);
+  EXPECT_EQ(recalculate(day(1)), count);
+  transaction.commit();
+  EXPECT_EQ(
+      rows("SELECT Qt_Estoque FROM Cardex WHERE Cd_LancamentoCardex In (1, 9999, 10000, 10001, 16384) ORDER BY 1"),
+      "1\n9999\n10000\n10001\n16384\n");
+  EXPECT_EQ(rows("SELECT Qt_Estoque FROM Produto"), "16384\n");
+  EXPECT_EQ(recalculate(day(2), false), 0);
+}
+
 TEST_F(RecalculationTest, WhatAWalkLeavesAlone) {
   add_product("10, 2, 0");
   add_movement(1, 1, "20, 1, 0, 0", "9.0001, 2.0001, 7");  // close enough, whatever its credit
@@ -189,6 +211,8 @@ TEST_F(RecalculationTest, NullsSkipWhatTheyAreIn) {
 }
 
 RC_GTEST_FIXTURE_PROP(RecalculationTest, AgreesWithAModelAndIsSettledAfterOneRun, ()) {
+  static int cases = 0;  // a server takes a second for each
+  if (!database_.embedded() && ++cases > 10) return;
   const auto movement = rc::gen::build<Movement>(
       rc::gen::set(&Movement::of_month, rc::gen::inRange(1, 29)),
       rc::gen::set(&Movement::type, rc::gen::element(10, 11, 14, 20, 21, 24)),

@@ -1,5 +1,7 @@
 #include "flows/sale.h"
 
+#include <functional>
+
 #include "flows/sales_file.h"
 #include "posto/core/criptografia.h"
 #include "posto/core/error_vocabulary.h"
@@ -181,35 +183,32 @@ TEST_F(SaleTest, WhatIsSettledIsNotTakenBack) {
   }
 }
 
-TEST(SaleCut, LeavesNothingHalfDone) {
-  cut_everywhere({.fill = fill_station,
-                  .work = [](Station& station) { sell(station, mixed_sale()); },
-                  .state = state_of_sales,
-                  .check_cut =
-                      [](Connection& connection) {
-                        EXPECT_EQ(rows_of(connection, "SELECT No_CupomFiscal FROM CupomFiscal"), "");
-                        EXPECT_EQ(rows_of(connection, "SELECT Qt_Estoque FROM Produto WHERE Cd_Produto = 2"), "3\n");
-                      }});
+// Cut at each of its statements the work leaves everything as it was; then it runs.
+void expect_all_or_nothing(StationDatabase& database, const std::function<void(Station&)>& work) {
+  Station seen = database.open();
+  const std::string before = state_of_sales(seen.connection());
+  int cuts = 0;
+  for (bool done = false; !done; ++cuts) {
+    SCOPED_TRACE("cut at statement " + std::to_string(cuts + 1));
+    FailingStation cut(database, cuts + 1);
+    done = !failure_of([&] { work(cut.station); });
+    ASSERT_EQ(state_of_sales(seen.connection()) == before, !done);
+  }
+  EXPECT_GT(cuts, 20);
 }
 
-TEST(SaleCut, CancellingLeavesNothingHalfDone) {
+TEST_F(SaleTest, CutAnywhereLeavesNothingHalfDone) {
+  expect_all_or_nothing(database_, [](Station& station) { sell(station, mixed_sale()); });
+  EXPECT_EQ(rows("SELECT Vl_TotalLiquido, Vl_GTotal FROM CupomFiscal"), "255,258.98\n");
+}
+
+TEST_F(SaleTest, ACancellingThatIsCutLeavesNothingHalfDone) {
   const ClockOverride clock(kNow);
-  cut_everywhere({.fill =
-                      [](Station& station) {
-                        fill_station(station);
-                        read_company(*station.settings, 1);
-                        sell(station, mixed_sale());
-                      },
-                  .work =
-                      [](Station& station) {
-                        cancel_coupon(station, {1, 100, Date::of_day(2026, 11, 23)});
-                      },
-                  .state = state_of_sales,
-                  .check_cut =
-                      [](Connection& connection) {
-                        EXPECT_EQ(rows_of(connection, "SELECT Vl_TotalLiquido FROM CupomFiscal"), "255\n");
-                        EXPECT_EQ(rows_of(connection, "SELECT Cd_LancamentoCardex FROM Cardex"), "1\n2\n");
-                      }});
+  sell(station_, mixed_sale());
+  expect_all_or_nothing(database_, [](Station& station) {
+    cancel_coupon(station, {1, 100, Date::of_day(2026, 11, 23)});
+  });
+  EXPECT_EQ(rows("SELECT Vl_TotalLiquido, Vl_GTotal FROM CupomFiscal"), "0,258.98\n");
 }
 
 class SalesFileTest : public SaleTest {

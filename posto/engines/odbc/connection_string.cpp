@@ -81,7 +81,7 @@ void ConnectionString::remove(std::string_view key) {
 
 std::string ConnectionString::text() const {
   std::string text;
-  for (const auto& [name, value] : entries_) text += name + "=" + value + ";";
+  for (const auto& [name, value] : entries_) text.append(name).append("=").append(value).append(";");
   return text;
 }
 

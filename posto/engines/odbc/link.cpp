@@ -8,7 +8,10 @@
 namespace posto::odbc {
 namespace {
 
-SQLPOINTER as_pointer(SQLULEN value) { return reinterpret_cast<SQLPOINTER>(value); }
+// As ODBC takes the number that an attribute becomes.
+SQLPOINTER as_pointer(SQLULEN value) {
+  return reinterpret_cast<SQLPOINTER>(value);  // NOLINT(performance-no-int-to-ptr)
+}
 
 std::string wide_answer(const SQLWCHAR* buffer, SQLSMALLINT bytes) {
   return to_utf8({buffer, static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR)});
@@ -128,7 +131,7 @@ std::vector<std::string> Link::run(std::string_view statement) {
 Command::Command(const Link& link) : link_(link) {
   link_.check(SQLAllocHandle(SQL_HANDLE_STMT, link_.handle(), &statement_), SQL_HANDLE_DBC, link_.handle(), {});
   // A text goes on as it is: what stands in braces means nothing to the driver.
-  SQLSetStmtAttrW(statement_, SQL_ATTR_NOSCAN, as_pointer(SQL_NOSCAN_ON), 0);
+  set_attribute(SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
 }
 
 Command::~Command() { SQLFreeHandle(SQL_HANDLE_STMT, statement_); }
@@ -176,9 +179,13 @@ void Command::finish(std::string_view told) {
 
 void Command::close() noexcept { SQLFreeStmt(statement_, SQL_CLOSE); }
 
+void Command::set_attribute(SQLINTEGER attribute, SQLULEN value) const {
+  SQLSetStmtAttrW(statement_, attribute, as_pointer(value), 0);
+}
+
 void Command::set_timeout(std::int32_t seconds) {
   if (timeout_ == seconds) return;
-  SQLSetStmtAttrW(statement_, SQL_ATTR_QUERY_TIMEOUT, as_pointer(static_cast<SQLULEN>(seconds)), 0);
+  set_attribute(SQL_ATTR_QUERY_TIMEOUT, static_cast<SQLULEN>(seconds));
   timeout_ = seconds;
 }
 

@@ -31,6 +31,15 @@ T get_bytes(const char* at) {
   return value;
 }
 
+// The type of a value here and the one that the server takes it for.
+std::pair<SQLSMALLINT, SQLSMALLINT> sent_form(const tsql::Parameter& p) {
+  if (tsql::is_integer(p.type)) {
+    return {SQL_C_SBIGINT, p.compared ? SQLSMALLINT{SQL_BIGINT} : SQLSMALLINT{SQL_INTEGER}};
+  }
+  if (tsql::is_float(p.type)) return {SQL_C_DOUBLE, SQL_DOUBLE};
+  return {p.type == SqlType::text ? SQLSMALLINT{SQL_C_WCHAR} : SQLSMALLINT{SQL_C_CHAR}, SQL_VARCHAR};
+}
+
 void put_money(std::string& bytes, std::int64_t scaled) {
   bytes.clear();
   append_scaled(bytes, scaled < 0, magnitude(scaled), 4);
@@ -62,10 +71,7 @@ std::string Values::Value::text() const {
 void Values::add(const tsql::Parameter& p, const tsql::BoundValue& value) {
   using Kind = tsql::BoundValue::Kind;
   Value& out = next();
-  const bool whole = tsql::is_integer(p.type);
-  out.c_type = whole ? SQL_C_SBIGINT : tsql::is_float(p.type) ? SQL_C_DOUBLE : SQL_C_CHAR;
-  out.sql_type = whole ? (p.compared ? SQL_BIGINT : SQL_INTEGER) : tsql::is_float(p.type) ? SQL_DOUBLE : SQL_VARCHAR;
-  if (p.type == SqlType::text) out.c_type = SQL_C_WCHAR;
+  std::tie(out.c_type, out.sql_type) = sent_form(p);
   out.null = value.kind == Kind::null;
   out.bytes.clear();
   switch (value.kind) {
@@ -80,7 +86,7 @@ void Values::add(const tsql::Parameter& p, const tsql::BoundValue& value) {
         out.bytes = fmt::format("{:.17g}", value.real / static_cast<double>(Currency::kScale));
         return;
       }
-      if (whole) {
+      if (tsql::is_integer(p.type)) {
         out.c_type = SQL_C_DOUBLE;
         out.sql_type = SQL_DOUBLE;
         has_fraction_ = true;
@@ -216,8 +222,8 @@ void RowBlock::bind() {
   if (!in_blocks_) return;
   states_.resize(rows);
   const SQLHSTMT statement = command_.handle();
-  SQLSetStmtAttrW(statement, SQL_ATTR_ROW_BIND_TYPE, reinterpret_cast<SQLPOINTER>(row_bytes_), 0);
-  SQLSetStmtAttrW(statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(rows), 0);
+  command_.set_attribute(SQL_ATTR_ROW_BIND_TYPE, row_bytes_);
+  command_.set_attribute(SQL_ATTR_ROW_ARRAY_SIZE, rows);
   SQLSetStmtAttrW(statement, SQL_ATTR_ROWS_FETCHED_PTR, &filled_, 0);
   SQLSetStmtAttrW(statement, SQL_ATTR_ROW_STATUS_PTR, states_.data(), 0);
   SQLUSMALLINT number = 0;

@@ -93,7 +93,8 @@ std::int64_t multiply_money(Values v, Session&) {
 // The decimals of Round, brought to where more of them change nothing.
 int decimals_of(sqlite3_value* v) { return std::clamp(sqlite3_value_int(v), -15, 15); }
 
-double round_real(Values v, Session&) { return round_half_away(sqlite3_value_double(v[0]), decimals_of(v[1])); }
+// Nothing has no sign.
+double round_real(Values v, Session&) { return round_half_away(sqlite3_value_double(v[0]), decimals_of(v[1])) + 0.0; }
 
 std::int64_t round_money(Values v, Session&) {
   return round_half_away(Currency::of_scaled(integer(v[0])), decimals_of(v[1])).scaled();

@@ -176,6 +176,11 @@ SELECT Round(0.125, 2), Round(-0.125, 2), Round(Vl + 0.0250, 2), Round(Qt + 0.02
 => rows
 0.1300, -0.1300, 0.1300, 0.13, 20
 
+-- what rounds to nothing has no sign
+SELECT Round(Qt * 0 * -2.5, 2), Round(Qt * -0.001, 2) FROM #T WHERE Cd = 1
+=> rows
+0, 0
+
 -- round far outside the digits
 SELECT Round(Vl, 30), Round(Vl, -30), Round(Qt, 30), Round(Qt, -30), Round(Cd, -30) FROM #T WHERE Cd = 1
 => rows
