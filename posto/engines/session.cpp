@@ -18,11 +18,18 @@ Variant EngineSession::identity() const {
   return static_cast<std::int32_t>(*last_identity);
 }
 
+bool EngineSession::drops_table(const tsql::CompiledStatement& ran) {
+  if (ran.creates) temporary_tables.push_back(ran.creates);
+  if (ran.kind != tsql::StatementKind::drop_table) return false;
+  std::erase_if(temporary_tables, [&](const auto& temporary) { return &temporary->table() == ran.target; });
+  return true;
+}
+
 bool EngineSession::transaction_rolled_back() {
   if (!tables_at_begin_) return false;
-  const std::size_t stood_before = *std::exchange(tables_at_begin_, std::nullopt);
-  if (temporary_tables.size() == stood_before) return false;
-  temporary_tables.resize(stood_before);
+  const auto stood_before = *std::exchange(tables_at_begin_, std::nullopt);
+  if (temporary_tables == stood_before) return false;
+  temporary_tables = stood_before;
   return true;
 }
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "posto/tsql/binder.h"
+#include "posto/tsql/compiled.h"
 #include "posto/tsql/date_literal.h"
 #include "posto/types/variant.h"
 
@@ -22,14 +22,17 @@ struct EngineSession {
   // A temporary table before one of the catalogue.
   const Table* find_table(std::string_view name) const;
   Variant identity() const;
-  // Notes the temporary tables that stand when a transaction begins; forgets those of one that was rolled back, and
-  // tells whether there were any.
-  void transaction_begins() { tables_at_begin_ = temporary_tables.size(); }
+  // Keeps up with the temporary tables behind a statement that ran. True where one is gone: what was compiled before
+  // may point to it.
+  bool drops_table(const tsql::CompiledStatement& ran);
+  // Notes the temporary tables that stand when a transaction begins; goes back to them when it was rolled back, and
+  // tells whether there were others.
+  void transaction_begins() { tables_at_begin_ = temporary_tables; }
   void transaction_committed() { tables_at_begin_.reset(); }
   bool transaction_rolled_back();
 
  private:
-  std::optional<std::size_t> tables_at_begin_;
+  std::optional<std::vector<std::shared_ptr<tsql::TemporaryTable>>> tables_at_begin_;
 };
 
 }  // namespace posto

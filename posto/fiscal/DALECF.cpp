@@ -114,9 +114,27 @@ void DALECF::IncluirLogDocumentoEmitidoECF(Date Dt_Emissao, std::int32_t No_COO,
 
 Recordset DALECF::rsRecebimentosPorPeriodo(Date Dt_Inicial, Date Dt_Final) {
   return routine("rsCuponsPorPeriodo", [&] {
-    const std::string first = DateSemHoraToSql(Dt_Inicial, *ObVOSistema);
-    const std::string last = DateSemHoraToSql(Dt_Final, *ObVOSistema);
-    return detached(sql(R"(
+    Recordset sums;
+    try {
+      sums = detached(receipts_of_period(Dt_Inicial, Dt_Final));
+    } catch (const Erro&) {
+      try {
+        drop_receipts_of_period();
+      } catch (const Erro&) {
+        // The batch did not come as far as its table; its own failure is the one to tell.
+      }
+      throw;
+    }
+    drop_receipts_of_period();
+    return sums;
+  });
+}
+
+// A batch over a temporary table, which would stay with the connection and be met by the next call.
+std::string DALECF::receipts_of_period(Date Dt_Inicial, Date Dt_Final) const {
+  const std::string first = DateSemHoraToSql(Dt_Inicial, *ObVOSistema);
+  const std::string last = DateSemHoraToSql(Dt_Final, *ObVOSistema);
+  return sql(R"(
         CREATE TABLE #RecebimentoCaixa (
         Nm_TipoRecebimento varchar(40) NOT NULL,
         Vl_RecebimentoFiscal money NOT NULL,
@@ -148,9 +166,10 @@ Recordset DALECF::rsRecebimentosPorPeriodo(Date Dt_Inicial, Date Dt_Final) {
         SUM(Vl_RecebimentoNaoFiscal) as Vl_RecebimentoNaoFiscal
         FROM #RecebimentoCaixa
         GROUP BY Nm_TipoRecebimento)",
-                        ObVO->Cd_PessoaUsuaria, ObVO->No_Impressora, first, last, ObVO->Cd_PessoaUsuaria, first, last));
-  });
+             ObVO->Cd_PessoaUsuaria, ObVO->No_Impressora, first, last, ObVO->Cd_PessoaUsuaria, first, last);
 }
+
+void DALECF::drop_receipts_of_period() { execute("DROP TABLE #RecebimentoCaixa"); }
 
 void DALECF::AtualizarValorGT(Currency Vl_GTotal) {
   routine("AtualizarValorGT", [&] {

@@ -45,8 +45,7 @@ class DALECF : public Entity<VOECF, kECF> {
 
   // Nm_TipoRecebimento, Vl_RecebimentoFiscal and Vl_RecebimentoNaoFiscal by kind of receipt: payments of the printer's
   // coupons (of those that pay a sale), and the company's floats, of days up to and including Dt_Final. A receipt of
-  // several coupons counts with each. The batch leaves a temporary table behind: on one connection it runs once, and
-  // fails with 0x80040E14 afterwards. Failures bear the name rsCuponsPorPeriodo.
+  // several coupons counts with each. Failures bear the name rsCuponsPorPeriodo.
   Recordset rsRecebimentosPorPeriodo(Date Dt_Inicial, Date Dt_Final);
 
   // Stores the printer's grand total, enciphered, as text with a decimal point ("987654.32"). A printer that is not
@@ -56,6 +55,8 @@ class DALECF : public Entity<VOECF, kECF> {
   Currency ObterGTotalDeCupons();
 
  private:
+  std::string receipts_of_period(Date Dt_Inicial, Date Dt_Final) const;
+  void drop_receipts_of_period();
   Recordset reported(std::string_view table, Date day);
 };
 

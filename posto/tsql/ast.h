@@ -158,13 +158,17 @@ struct ColumnSpec {
   bool nullable = true, identity = false, key = false;
 };
 
-enum class StatementKind : std::uint8_t { select, insert, update, remove, create_table, set_date_format };
+enum class StatementKind : std::uint8_t { select, insert, update, remove, create_table, drop_table, set_date_format };
+// Whether a statement makes or drops a temporary table.
+inline bool defines_table(StatementKind kind) {
+  return kind == StatementKind::create_table || kind == StatementKind::drop_table;
+}
 
 struct Statement {
   StatementKind kind = StatementKind::select;
   std::size_t position = 0, end = 0;  // bytes of the batch
   std::unique_ptr<Select> select;     // of select, and of insert from select
-  std::unique_ptr<Source> target;     // of insert, update, remove, create_table
+  std::unique_ptr<Source> target;     // of all but select and set_date_format
   std::vector<std::string> columns;   // of insert, as named
   std::vector<std::size_t> column_positions;
   std::vector<ExprPtr> values;          // of insert with VALUES

@@ -38,6 +38,9 @@ void Binder::bind(Statement& statement) {
       return bind_remove(statement);
     case StatementKind::create_table:
       return bind_create(statement);
+    case StatementKind::drop_table:
+      statement.target->table = table_of(*statement.target);
+      return;
     case StatementKind::set_date_format:
       return;
   }

@@ -42,6 +42,7 @@ class StatementParser : public ExpressionParser {
     if (at_word("UPDATE")) return update();
     if (at_word("DELETE")) return remove();
     if (at_word("CREATE")) return create_table();
+    if (at_word("DROP")) return drop_table();
     if (at_word("SET")) return set_date_format();
     fail_here();
   }
@@ -246,12 +247,25 @@ class StatementParser : public ExpressionParser {
     return s;
   }
 
+  std::unique_ptr<Source> temporary_name(const char* otherwise) {
+    auto name = table_name();
+    if (!name->name.starts_with('#')) fail(otherwise, name->position);
+    return name;
+  }
+
+  Statement drop_table() {
+    Statement s = make(StatementKind::drop_table);
+    advance();
+    expect_word("TABLE");
+    s.target = temporary_name("Só se excluem tabelas temporárias (#)");
+    return s;
+  }
+
   Statement create_table() {
     Statement s = make(StatementKind::create_table);
     advance();
     expect_word("TABLE");
-    s.target = table_name();
-    if (!s.target->name.starts_with('#')) fail("Só se criam tabelas temporárias (#)", s.target->position);
+    s.target = temporary_name("Só se criam tabelas temporárias (#)");
     expect_symbol("(");
     do {
       if (at_word("PRIMARY")) {

@@ -55,6 +55,9 @@ CompiledStatement StatementWriter::run(const Statement& s) {
     case StatementKind::create_table:
       out_ = create_temporary(*s.target->table);
       break;
+    case StatementKind::drop_table:
+      put("DROP TABLE {}", quoted_name(s.target->table->name));
+      break;
     case StatementKind::set_date_format:
       c.date_format = s.date_format;
       break;

@@ -301,6 +301,23 @@ TEST_F(ConnectionTest, AShapeOutlivesItsTemporaryTable) {
   EXPECT_EQ(raised([&] { rs.Update(); }), erro::kSyntax);
 }
 
+TEST_F(ConnectionTest, ATemporaryTableIsDroppedAndMadeAnew) {
+  run("CREATE TABLE #T (Cd int) INSERT INTO #T Values (1) INSERT INTO #T Values (2)");
+  Recordset rows = connection_->Execute("SELECT Cd FROM #T ORDER BY Cd");
+  EXPECT_EQ(rows[0].as<std::int32_t>(), 1);
+  run("DROP TABLE #T");
+  rows.MoveNext();
+  EXPECT_EQ(rows[0].as<std::int32_t>(), 2);
+  EXPECT_EQ(raised([&] { run("SELECT Cd FROM #T ORDER BY Cd"); }), erro::kSyntax);
+  EXPECT_EQ(raised([&] { run("DROP TABLE #T"); }), erro::kSyntax);
+  EXPECT_EQ(raised([&] { run("DROP TABLE Banco"); }), erro::kSyntax);
+  run("CREATE TABLE #T (Cd varchar(5)) INSERT INTO #T Values ('x')");
+  connection_->BeginTrans();
+  run("DROP TABLE #T");
+  connection_->RollbackTrans();
+  EXPECT_EQ(connection_->Execute("SELECT Cd FROM #T ORDER BY Cd")[0].as<std::string>(), "x");
+}
+
 // A walk that moves the rows on which it stands meets each of them once.
 TEST_F(ConnectionTest, AWalkSeesTheRowsOfItsStart) {
   run("CREATE TABLE #T (Cd int IDENTITY PRIMARY KEY, No_Ordem int NOT NULL, Nm varchar(40), PRIMARY KEY (No_Ordem))");

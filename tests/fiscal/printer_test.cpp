@@ -178,18 +178,15 @@ TEST_F(ReceiptsOfAPeriod, SalesAreFiscalAndFloatsAreNot) {
   paid(2, 6, "2026-12-01", 6);  // behind the period
   add_payment(7, 5, 150, 0, "2026-11-30", true);
   add_payment(8, 5, 150, 0, "2026-12-01", true);
-  const auto sums = [&] { return printers_.rsRecebimentosPorPeriodo(day("2026-11-01"), day("2026-11-30")); };
-  Recordset kinds = sums();
-  EXPECT_EQ(kinds.RecordCount(), 2);
-  for (; !kinds.EOF(); kinds.MoveNext()) {
-    const bool cash = kinds["Nm_TipoRecebimento"].as<std::string>() == "DINHEIRO";
-    EXPECT_EQ(kinds["Vl_RecebimentoFiscal"].as<Currency>(), cash ? Currency(110.3) : Currency(100));
-    EXPECT_EQ(kinds["Vl_RecebimentoNaoFiscal"].as<Currency>(), cash ? Currency(150) : Currency());
+  for (int time = 1; time <= 2; ++time) {
+    Recordset kinds = printers_.rsRecebimentosPorPeriodo(day("2026-11-01"), day("2026-11-30"));
+    EXPECT_EQ(kinds.RecordCount(), 2);
+    for (; !kinds.EOF(); kinds.MoveNext()) {
+      const bool cash = kinds["Nm_TipoRecebimento"].as<std::string>() == "DINHEIRO";
+      EXPECT_EQ(kinds["Vl_RecebimentoFiscal"].as<Currency>(), cash ? Currency(110.3) : Currency(100));
+      EXPECT_EQ(kinds["Vl_RecebimentoNaoFiscal"].as<Currency>(), cash ? Currency(150) : Currency());
+    }
   }
-  const auto failure = failure_of(sums);
-  ASSERT_TRUE(failure) << "the temporary table stands on this connection";
-  EXPECT_EQ(failure->number(), erro::kSyntax);
-  EXPECT_TRUE(failure->source().ends_with(" -> DALECF.rsCuponsPorPeriodo"));
 }
 
 }  // namespace

@@ -76,7 +76,7 @@ KeptStatement::Running& KeptStatement::run(std::string_view text, const Values& 
   place->command.set_timeout(timeout_seconds);
   if (link_->server().to_the_letter) {
     run_to_the_letter(*place, text, values);
-  } else if (single || compiled_.kind == tsql::StatementKind::create_table) {
+  } else if (single || tsql::defines_table(compiled_.kind)) {
     place->command.execute(with_values(values), text);
   } else {
     run_as_written(*place, text, values);

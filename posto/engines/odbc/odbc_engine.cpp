@@ -163,7 +163,7 @@ std::int64_t OdbcEngine::rows_touched(KeptStatement& statement, KeptStatement::R
   }
   command.finish(text);
   const std::int64_t rows = std::max(given, command.row_count());
-  if (compiled.kind == tsql::StatementKind::create_table) return 0;
+  if (tsql::defines_table(compiled.kind)) return 0;
   if (!inserts || rows <= 0) return std::max<std::int64_t>(rows, 0);
   session_.last_identity = identity;
   const std::string_view ask = link_.server().identity;
@@ -184,7 +184,7 @@ std::int64_t OdbcEngine::run_writing(KeptStatement& statement, std::string_view 
   } catch (const Erro& failure) {
     fail(failure, text);
   }
-  if (compiled.creates) session_.temporary_tables.push_back(compiled.creates);
+  if (session_.drops_table(compiled)) cache_.clear();
   if (observer_) {
     observer_(
         {text, link_.server().to_the_letter ? text : std::string_view(compiled.text), Clock::now() - started, rows});
@@ -198,7 +198,7 @@ std::string OdbcEngine::explain(std::string_view statement) {
   make_ready();
   for (KeptStatement& kept : batch->statements) {
     const tsql::CompiledStatement& compiled = kept.compiled();
-    if (compiled.kind == tsql::StatementKind::create_table || compiled.kind == tsql::StatementKind::set_date_format) {
+    if (tsql::defines_table(compiled.kind) || compiled.kind == tsql::StatementKind::set_date_format) {
       continue;
     }
     const Explaining steps = link_.server().explain(

@@ -208,8 +208,7 @@ std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_v
   try {
     const std::vector<Result> results = link_.finish(text);
     const PGresult* result = results[own].get();
-    if (compiled.kind != tsql::StatementKind::create_table)
-      rows = std::atoll(PQcmdTuples(const_cast<PGresult*>(result)));
+    if (!tsql::defines_table(compiled.kind)) rows = std::atoll(PQcmdTuples(const_cast<PGresult*>(result)));
     if (compiled.kind == tsql::StatementKind::insert && rows > 0) {
       session_.last_identity.reset();
       const int last = PQntuples(result) - 1;
@@ -224,7 +223,7 @@ std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_v
     recover(failure);
     throw;
   }
-  if (compiled.creates) session_.temporary_tables.push_back(compiled.creates);
+  if (session_.drops_table(compiled)) cache_.clear();
   if (observer_) observer_({text, compiled.text, Clock::now() - started, rows});
   return rows;
 }
@@ -236,7 +235,7 @@ std::string PostgresEngine::explain(std::string_view statement) {
   if (streaming_ != nullptr) std::exchange(streaming_, nullptr)->read_rest();
   for (KeptStatement& kept : batch->statements) {
     const tsql::CompiledStatement& compiled = kept.compiled();
-    if (compiled.text.empty() || compiled.kind == tsql::StatementKind::create_table) continue;
+    if (compiled.text.empty() || tsql::defines_table(compiled.kind)) continue;
     require_prepared(kept, statement);
     const std::size_t commands = send_owed();
     link_.send("SELECT set_config('plan_cache_mode', 'force_generic_plan', false)");

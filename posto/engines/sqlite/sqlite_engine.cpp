@@ -123,11 +123,13 @@ class SqliteEngine::RunningCursor final : public RowStream {
   std::shared_ptr<const ResultShape> shared_shape() const override { return statement_.shape(); }
 
   // Whether a statement changes the table from which rows are still to come: a row that is written while the cursor
-  // stands on it could be met again.
+  // stands on it could be met again. SQLite drops no table while anything is read.
   bool disturbed_by(const tsql::CompiledStatement& writing) const {
     const auto& reads = statement_.compiled().reads;
-    return rows_ > 0 && prepared_ != nullptr && writing.kind != tsql::StatementKind::remove &&
-           std::find(reads.begin(), reads.end(), writing.target) != reads.end();
+    if (rows_ == 0 || prepared_ == nullptr) return false;
+    return writing.kind == tsql::StatementKind::drop_table ||
+           (writing.kind != tsql::StatementKind::remove &&
+            std::find(reads.begin(), reads.end(), writing.target) != reads.end());
   }
 
   // Reads the rest where it has begun to read.
@@ -287,13 +289,13 @@ std::int64_t SqliteEngine::run_writing(KeptStatement& statement, std::string_vie
   }
   lease.end();
   whole.keep();
-  std::int64_t rows = compiled.kind == tsql::StatementKind::create_table ? 0 : sqlite3_changes64(database_);
+  std::int64_t rows = tsql::defines_table(compiled.kind) ? 0 : sqlite3_changes64(database_);
   if (compiled.kind == tsql::StatementKind::insert && compiled.target->identity() != nullptr && rows > 0) {
     session_.last_identity = sqlite3_last_insert_rowid(database_);
   } else if (compiled.kind == tsql::StatementKind::insert && rows > 0) {
     session_.last_identity.reset();
   }
-  if (compiled.creates) session_.temporary_tables.push_back(compiled.creates);
+  if (session_.drops_table(compiled)) cache_.clear();
   if (observer_) observer_({text, compiled.text, std::chrono::steady_clock::now() - started, rows});
   return rows;
 }

@@ -52,7 +52,7 @@ SELECT Cd_Bomba = 1 FROM Bomba
 
 -- a statement of another kind
 DROP TABLE Bomba
-=> error 0x80040E14 'DROP' (posição 1)
+=> error 0x80040E14 Só se excluem tabelas temporárias (#) (posição 12)
 
 -- a statement behind another
 SELECT 1; PRAGMA foreign_keys
