@@ -36,6 +36,9 @@ Link::Link(const std::string& connection_string, std::int32_t timeout_seconds) {
     }
     try {
       require_known_server();
+      // What a transaction has read stands until it ends: two that read one figure do not both write it anew.
+      check(SQLSetConnectAttrW(connection_, SQL_ATTR_TXN_ISOLATION, as_pointer(SQL_TXN_REPEATABLE_READ), 0),
+            SQL_HANDLE_DBC, connection_, {});
     } catch (const Erro&) {
       SQLDisconnect(connection_);
       throw;
