@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "flows/conflict.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
 #include "posto/masterdata/DALEmpresaUsuaria.h"
@@ -63,10 +64,7 @@ void add_overdue(const Station& station, CreditChange& change, bool guaranteed) 
   if (change.oldest_due.empty() || (!oldest.empty() && oldest < change.oldest_due)) change.oldest_due = oldest;
 }
 
-}  // namespace
-
-std::vector<CreditChange> bloquear_credito(Station& station) {
-  Transaction transaction(station.settings->ObConnection);
+std::vector<CreditChange> block_and_tell(Station& station) {
   const States before = credit_states(station);
   DALEmpresaUsuaria company(station.settings);
   company.BloqueiaAutomaticamenteCreditoClienteEmAtraso();
@@ -77,7 +75,14 @@ std::vector<CreditChange> bloquear_credito(Station& station) {
     add_overdue(station, change, true);
     changes.push_back(std::move(change));
   }
-  transaction.commit();
+  return changes;
+}
+
+}  // namespace
+
+std::vector<CreditChange> bloquear_credito(Station& station) {
+  std::vector<CreditChange> changes;
+  in_transaction(station, [&] { changes = block_and_tell(station); });
   return changes;
 }
 

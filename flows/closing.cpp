@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "flows/conflict.h"
 #include "flows/lookup.h"
 #include "posto/closing/DALFecDiario.h"
 #include "posto/closing/catalogue.h"
@@ -48,7 +49,6 @@ std::vector<Finding> unproved(const std::vector<RecalculatedProduct>& products) 
 
 void mark_closed(Station& station, Date day, const ClosingOptions& options, const Closing& closing) {
   const Date now = clock_now();
-  Transaction transaction(station.settings->ObConnection);
   for (const Finding& finding : closing.accepted) {
     DALAceiteFecDiario acceptance(station.settings);
     acceptance.ObVO->Cd_PessoaUsuaria = station.tenant();
@@ -65,7 +65,6 @@ void mark_closed(Station& station, Date day, const ClosingOptions& options, cons
   closed.ObVO->Dt_Conclusao = now;
   closed.ObVO->Nm_Usuario = options.user;
   closed.Incluir();
-  transaction.commit();
 }
 
 }  // namespace
@@ -83,7 +82,7 @@ Closing close_day(Station& station, Date day, const ClosingOptions& options) {
   closing.products = recalculate(station, day, {.attempts = options.attempts, .progress = options.progress});
   sort_out(unproved(closing.products), options, closing);
   if (!closing.refused.empty()) return closing;
-  mark_closed(station, day, options, closing);
+  in_transaction(station, [&] { mark_closed(station, day, options, closing); });
   closing.closed = true;
   return closing;
 }

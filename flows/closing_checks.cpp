@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 
+#include "flows/conflict.h"
 #include "flows/lookup.h"
 #include "flows/sale_totals.h"
 #include "posto/closing/DALFecDiario.h"
@@ -300,7 +301,9 @@ std::vector<std::string_view> finding_names() {
   return names;
 }
 
-std::vector<Finding> repair_day(Station& station, Date day) {
+namespace {
+
+std::vector<Finding> mend(Station& station, Date day) {
   Finding litres{.name = "CorrigeProblemaAbastecimentoZerado",
                  .meaning = "Abastecimentos sem litros receberam a quantidade vendida.",
                  .columns = {"Cd_Abastecimento", "Qt_LitrosAntes", "Qt_Litros"}};
@@ -309,7 +312,6 @@ std::vector<Finding> repair_day(Station& station, Date day) {
                      .columns = {"Cd_Abastecimento", "No_EncerranteAntes", "No_EncerranteFechamento"}};
   DALFecDiario closing(station.settings);
   set_day(closing, station, day);
-  Transaction transaction(station.settings->ObConnection);
   const Fuellings before = fuellings_of(station, day);
   closing.CorrigeProblemaAbastecimentoZerado();
   closing.CorrigeProblemaIntervaloNosAbastecimentosDigitados();
@@ -318,11 +320,18 @@ std::vector<Finding> repair_day(Station& station, Date day) {
     add_change(litres, fuelling, was.litres, after.litres);
     add_change(totalisers, fuelling, was.totaliser, after.totaliser);
   }
-  transaction.commit();
   std::vector<Finding> repairs;
   for (Finding* repair : {&litres, &totalisers}) {
     if (!repair->empty()) repairs.push_back(std::move(*repair));
   }
+  return repairs;
+}
+
+}  // namespace
+
+std::vector<Finding> repair_day(Station& station, Date day) {
+  std::vector<Finding> repairs;
+  in_transaction(station, [&] { repairs = mend(station, day); });
   return repairs;
 }
 

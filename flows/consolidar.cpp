@@ -1,12 +1,14 @@
 #include "flows/consolidar.h"
 
+#include "flows/conflict.h"
 #include "posto/masterdata/DALEmpresaUsuaria.h"
 
 namespace posto::flows {
 
-ConsolidatedStock consolidar(Station& station, Date day, LateBound& form, bool without_zero) {
+namespace {
+
+ConsolidatedStock consolidated(Station& station, Date day, LateBound& form, bool without_zero) {
   DALEmpresaUsuaria company(station.settings);
-  Transaction transaction(station.settings->ObConnection);
   company.PreparaEstoqueConsolidadoFechado(day, form);
   if (without_zero) company.ApagaEstoqueConsolidadoIgualZero(day);
   ConsolidatedStock stock;
@@ -21,7 +23,14 @@ ConsolidatedStock consolidar(Station& station, Date day, LateBound& form, bool w
     stock.total += product.total;
     stock.products.push_back(std::move(product));
   }
-  transaction.commit();
+  return stock;
+}
+
+}  // namespace
+
+ConsolidatedStock consolidar(Station& station, Date day, LateBound& form, bool without_zero) {
+  ConsolidatedStock stock;
+  in_transaction(station, [&] { stock = consolidated(station, day, form, without_zero); });
   return stock;
 }
 

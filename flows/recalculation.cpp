@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "flows/conflict.h"
 #include "posto/closing/DALFecDiario.h"
 #include "posto/stock/DALProduto.h"
 
@@ -44,10 +45,11 @@ RecalculatedProduct recalculate_product(Station& station, DALFecDiario& closing,
                                         std::int16_t attempts) {
   DALProduto product(station.settings);
   *product.ObVO = record;
-  RecalculatedProduct result{.code = record.Cd_Produto, .name = record.Nm_Produto};
-  Transaction transaction(station.settings->ObConnection);
-  walk_and_prove(closing, product, since, attempts, result);
-  transaction.commit();
+  RecalculatedProduct result;
+  in_transaction(station, [&] {
+    result = {.code = record.Cd_Produto, .name = record.Nm_Produto};
+    walk_and_prove(closing, product, since, attempts, result);
+  });
   return result;
 }
 

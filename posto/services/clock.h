@@ -10,7 +10,7 @@ namespace posto {
 // The station's local time, to the millisecond.
 Date clock_now();
 
-// Puts another clock in its place until it goes out of scope; for tests.
+// Puts another clock in its place until it goes out of scope: for tests, and for what is entered behind its time.
 class ClockOverride {
  public:
   explicit ClockOverride(std::function<Date()> clock);
