@@ -113,7 +113,9 @@ void print_findings(const flows::CheckedShift& result) {
                    {"Total", {}, "###,###,##0.00"},
                    {"Recebido", {}, "###,###,##0.00"}});
     for (const flows::CouponMismatch& c : result.coupons) {
-      answer.add({c.printer, c.number, c.day, c.total, c.receipts ? Variant(*c.receipts) : Variant(Null{})});
+      Variant received = Null{};
+      if (c.receipts) received = *c.receipts;
+      answer.add({c.printer, c.number, c.day, c.total, received});
     }
     answer.print(Form::aligned);
   }
