@@ -241,7 +241,7 @@ TEST_F(Particular, OpenSalesOfACard) {
   vo.Cd_Cartao = 51;
   EXPECT_EQ(card.QuantidadeDePendencias(), 2);
   EXPECT_EQ(text_of(card.rsPendencias()),
-            "1,2,101,2009-04-03 00:00:00,3,51,False\n1,2,102,2009-04-03 00:00:00,3,51,False\n");
+            "1,2,101,2009-04-03 00:00:00,3,51,False,-,-\n1,2,102,2009-04-03 00:00:00,3,51,False,-,-\n");
   vo.Cd_Cartao = 53;
   EXPECT_EQ(card.QuantidadeDePendencias(), 0);
 }

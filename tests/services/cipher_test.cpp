@@ -50,13 +50,15 @@ TEST(ActiveCrypt, AnAlteredTextFails) {
       std::string altered = good;
       altered[i] = other;
       const std::int16_t error = error_of(altered);
+      const bool spare_bits = i + 2 == good.size();  // what is left may be a text of its own, by chance
       if (i < 3) {
         EXPECT_EQ(error, cipher::kMalformedInput);
+      } else if (spare_bits) {
+        EXPECT_TRUE(error == cipher::kDecryptError || error == cipher::kBase64Decode) << i << other;
       } else if (other == '=' || other == ' ' || other == '\xE7') {
         EXPECT_EQ(error, cipher::kBase64Decode) << i << other;
       } else {
-        const bool spare_bits = i + 2 == good.size() && error == cipher::kBase64Decode;
-        EXPECT_TRUE(error == cipher::kDecryptError || spare_bits) << i << other;
+        EXPECT_EQ(error, cipher::kDecryptError) << i << other;
       }
     }
   }
