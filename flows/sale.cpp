@@ -25,6 +25,7 @@ constexpr std::size_t kMostLines = 255;
 constexpr std::int32_t kBlocked = 3;  // of No_SituacaoCredito: from here on nothing is sold on credit
 constexpr std::uint8_t kPaymentOfSale = 20;
 constexpr const char* kDocumentOfSale = "RV";
+constexpr const char* kLedgerNumbers = "Cd_LancamentoCardex";
 
 std::string shown(Currency value) { return format_number(value, "###,###,##0.00"); }
 
@@ -46,7 +47,7 @@ class Selling {
         ledger_(station.settings),
         fuelling_(station.settings),
         printer_(station.settings),
-        ledger_numbers_(station.settings, "Cd_LancamentoCardex"),
+        ledger_numbers_(station.settings, kLedgerNumbers),
         receipt_numbers_(station.settings, "No_Recebimento") {}
 
   VOCupomFiscal run() {
@@ -293,13 +294,7 @@ std::string document_of_fuelling(std::int32_t fuelling) { return "AB " + std::to
 
 void refuse_sale(const std::string& reason) { throw Erro(erro::kRuleViolation, "flows.sale", reason); }
 
-void lock_sales(Station& station) {
-  station.connection().Execute(sql(R"(
-      UPDATE SequenciadorGeral
-      SET    No_Sequencial = No_Sequencial
-      WHERE  Nm_Atributo = 'Cd_LancamentoCardex/{}')",
-                                   station.tenant()));
-}
+void lock_sales(Station& station) { Sequence(station.settings, kLedgerNumbers).hold(); }
 
 VOCupomFiscal sell(Station& station, const Sale& sale) {
   VOCupomFiscal sold;

@@ -11,8 +11,7 @@ namespace posto::flows {
 Sequence::Sequence(std::shared_ptr<VOSistema> settings, const std::string& attribute)
     : settings_(std::move(settings)), name_(attribute + "/" + std::to_string(settings_->tenant())) {}
 
-// The row is written before it is read: whoever else wants a number waits here for the end of this transaction.
-void Sequence::load() {
+bool Sequence::hold() {
   std::int64_t rows = 0;
   settings_->ObConnection->Execute(sql(R"(
       UPDATE   SequenciadorGeral
@@ -20,10 +19,16 @@ void Sequence::load() {
       WHERE    Nm_Atributo = '{}')",
                                        name_),
                                    rows);
+  return rows > 0;
+}
+
+// The row is written before it is read: whoever else wants a number waits here for the end of this transaction.
+void Sequence::load() {
+  const bool stands = hold();
   DALSequenciadorGeral sequencer(settings_);
   sequencer.ObVO->Nm_Atributo = name_;
   last_ = 0;
-  if (rows > 0) {
+  if (stands) {
     last_ = sequencer.Consultar().No_Sequencial;
   } else {
     try {

@@ -18,6 +18,9 @@ class Sequence {
   // `attribute`: the name of the numbered column, as in "Cd_Abastecimento".
   Sequence(std::shared_ptr<VOSistema> settings, const std::string& attribute);
 
+  // Writes the row as it stands, so that whoever else wants it waits for the end of this transaction, or is told of a
+  // conflict. False where no number was given out yet: there is no row.
+  bool hold();
   std::int32_t next();                // raises 6 behind 2,147,483,647, and a conflict
   void store();                       // when a number was given out
   void forget() { loaded_ = false; }  // behind a rollback

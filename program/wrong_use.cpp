@@ -20,7 +20,11 @@ constexpr std::pair<std::string_view, std::string_view> kPhrases[] = {
     {"File does not exist: ", "não há o arquivo "},
     {"File is actually a directory: ", "não é um arquivo: "},
     {" required ", " falta: "},
-    {" missing", ""}};
+    {" missing", ""},
+    {"Value ", ""},
+    {" not in range ", " não está no intervalo de "},
+    {"Number less or equal to 0", "não é positivo"},
+    {" to ", " a "}};
 
 std::string translated(std::string text) {
   for (const auto& [english, portuguese] : kPhrases) {
