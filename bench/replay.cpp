@@ -7,12 +7,12 @@
 #include <cstdlib>
 #include <map>
 
+#include "posto/types/text.h"
+
 namespace posto::bench {
 namespace {
 
 std::vector<RawStatement>* recording = nullptr;
-
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // Where a quoted text that begins at `at` ends.
 std::size_t end_of_text(const std::string& sql, std::size_t at) {

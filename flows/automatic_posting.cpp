@@ -10,11 +10,6 @@
 namespace posto::flows {
 namespace {
 
-// What a sale may be refused for; anything else is a failure.
-bool is_refusal(std::int32_t number) {
-  return number == erro::kRuleViolation || number == erro::kRecordNotFound || number == erro::kInsufficientStock;
-}
-
 class Posting {
  public:
   Posting(Station& station, std::uint8_t printer)
@@ -49,7 +44,7 @@ class Posting {
       return true;
     } catch (const Erro& failure) {
       if (failure.number() == erro::kFuellingAlreadyPosted) return settle_posted(failure);
-      if (!is_refusal(failure.number())) throw;
+      if (!refuses_sale(failure)) throw;
       result_.refused.push_back({fuelling.Cd_Abastecimento, failure.description()});
       return false;
     }

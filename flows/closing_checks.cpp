@@ -6,7 +6,7 @@
 
 #include "flows/conflict.h"
 #include "flows/lookup.h"
-#include "flows/sale_totals.h"
+#include "flows/product_kind.h"
 #include "posto/closing/DALFecDiario.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,7 +27,8 @@ class CsvTable {
   // A field of the row; required fields must not be empty.
   const std::string& text(std::string_view column) const;
   const std::string& required(std::string_view column, std::size_t width) const;
-  std::int32_t integer(std::string_view column, std::int32_t least, std::int32_t most) const;
+  std::int32_t integer(std::string_view column, std::int32_t least,
+                       std::int32_t most = std::numeric_limits<std::int32_t>::max()) const;
   Currency decimal(std::string_view column) const;  // not negative
   double figure(std::string_view column) const;     // not negative
   Date day(std::string_view column) const;          // yyyy-mm-dd

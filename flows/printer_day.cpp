@@ -23,11 +23,11 @@ struct Totaliser {
   bool taken() const { return kind != 0 || rate != Currency(); }
 };
 constexpr std::size_t kTotalisers = 16;
-using Totalisers = std::array<Totaliser, kTotalisers>;
+using PrinterTotalisers = std::array<Totaliser, kTotalisers>;
 
 std::string column(const char* prefix, std::size_t i) { return fmt::format("{}{:02}", prefix, i + 1); }
 
-void write_totalisers(const ValueObject& vo, const Totalisers& totalisers) {
+void write_totalisers(const ValueObject& vo, const PrinterTotalisers& totalisers) {
   for (std::size_t i = 0; i < kTotalisers; ++i) {
     vo.let(column("Tp_T", i), std::int32_t{totalisers[i].kind});
     vo.let(column("Al_T", i), totalisers[i].rate);
@@ -239,7 +239,7 @@ class Reduction {
   PrinterDay& day_;
   DALMapaResumoECF map_;
   DALReducaoZ reduction_;
-  Totalisers totalisers_;
+  PrinterTotalisers totalisers_;
   std::int32_t order_ = 0;
   Currency non_fiscal_;
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "flows/product_kind.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
 #include "posto/fiscal/DALMapaResumoECF.h"
@@ -12,7 +13,6 @@
 namespace posto::flows {
 namespace {
 
-constexpr std::uint8_t kService = 2;  // No_Tipo of a product
 constexpr Currency kHalfCent = Currency::of_scaled(50);
 constexpr double kCutOfFactor = 0.0001;
 

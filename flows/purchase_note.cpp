@@ -3,24 +3,23 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <limits>
 #include <string_view>
 
 #include "flows/lookup.h"
+#include "flows/product_kind.h"
 #include "posto/core/error_vocabulary.h"
 #include "posto/forecourt/catalogue.h"
 #include "posto/masterdata/DALFornecedor.h"
 #include "posto/masterdata/catalogue.h"
 #include "posto/stock/DALProduto.h"
 #include "posto/types/rounding.h"
+#include "posto/types/text.h"
 
 namespace posto::flows {
 namespace {
 
-constexpr std::int32_t kMostInt = std::numeric_limits<std::int32_t>::max();
 constexpr double kMostUnits = 1e8;  // of a line; with the money below no sum comes near its end
 const Currency kHundred(100);
-constexpr std::uint8_t kService = 2;  // Produto.No_Tipo
 constexpr std::size_t kTaxNumber = 18;
 constexpr std::size_t kBarCode = 20;
 // The columns of the note, which each of its rows repeats.
@@ -34,7 +33,7 @@ Currency in_cents(double value) { return Currency(Round(value, 2)); }
 bool has_quote(const std::string& text) { return text.find('\'') != std::string::npos; }
 
 bool has_digits(const std::string& text, std::size_t count) {
-  return text.size() == count && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  return text.size() == count && std::all_of(text.begin(), text.end(), is_digit);
 }
 
 template <class Number, class... Form>
@@ -157,9 +156,9 @@ Currency PurchaseReader::money(const char* column, Currency most) const {
 PurchaseHeader PurchaseReader::header() const {
   PurchaseHeader h;
   DALTipoNF kind(station_.settings);
-  h.kind = kind.ObVO->Cd_TipoNF = rows_.integer("tipo_nf", 1, kMostInt);
+  h.kind = kind.ObVO->Cd_TipoNF = rows_.integer("tipo_nf", 1);
   if (!stands([&] { kind.Consultar(); })) rows_.fail("tipo de nota desconhecido: " + rows_.text("tipo_nf"));
-  h.number = rows_.integer("numero", 1, kMostInt);
+  h.number = rows_.integer("numero", 1);
   DALFornecedor supplier(station_.settings);
   supplier.ObVO->Cd_PessoaUsuaria = station_.tenant();
   supplier.ObVO->Cd_CgcCpf = rows_.required("fornecedor", kTaxNumber);

@@ -294,6 +294,12 @@ std::string document_of_fuelling(std::int32_t fuelling) { return "AB " + std::to
 
 void refuse_sale(const std::string& reason) { throw Erro(erro::kRuleViolation, "flows.sale", reason); }
 
+bool refuses_sale(const Erro& raised) {
+  const std::int32_t number = raised.number();
+  return number == erro::kRuleViolation || number == erro::kRecordNotFound || number == erro::kInsufficientStock ||
+         number == erro::kFuellingAlreadyPosted || number == erro::kSaleNotReleasedToClient;
+}
+
 void lock_sales(Station& station) { Sequence(station.settings, kLedgerNumbers).hold(); }
 
 VOCupomFiscal sell(Station& station, const Sale& sale) {

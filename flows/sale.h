@@ -61,6 +61,8 @@ struct CouponKey {
 VOCupomFiscal sell(Station& station, const Sale& sale);
 // The same for a coupon that was cancelled at once, in one transaction.
 void sell_and_cancel(Station& station, const Sale& sale);
+// Whether a sale that raised this can never be, while others go on; anything else is a failure.
+bool refuses_sale(const Erro& raised);
 
 // Take a line, or a whole coupon, back: links are cut, stock is put back by the ledger's own deletion, a fuelling is
 // pending again (its fuel stays out of stock where its movement was taken in with it). Receipts shrink from the last

@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <span>
 
+#include "flows/product_kind.h"
 #include "posto/schema/fiscal.h"
 
 namespace posto::flows {
-
-inline constexpr std::uint8_t kGoods = 1, kService = 2;  // No_Tipo of a product
 
 // A line with what its product says.
 struct PricedLine {

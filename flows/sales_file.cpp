@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <limits>
 
 #include "flows/csv_table.h"
 #include "flows/lookup.h"
@@ -15,7 +14,6 @@
 namespace posto::flows {
 namespace {
 
-constexpr std::int32_t kMostInt = std::numeric_limits<std::int32_t>::max();
 constexpr std::size_t kPlate = 8;
 constexpr std::array<std::string_view, 6> kRequired = {"impressora", "cupom", "data", "hora", "produto", "quantidade"};
 constexpr std::array<std::string_view, 3> kOfLine = {"abastecimento", "preco", "cancelado"};
@@ -116,14 +114,14 @@ class SalesReader {
 
   void take_coupon(Sale& sale) {
     sale.printer = static_cast<std::uint8_t>(rows_.integer("impressora", 1, 255));
-    sale.number = rows_.integer("cupom", 1, kMostInt);
+    sale.number = rows_.integer("cupom", 1);
     sale.moment = moment();
     if (given("movimento")) sale.business_day = rows_.day("movimento");
-    if (given("caixa")) sale.shift = rows_.integer("caixa", 1, kMostInt);
+    if (given("caixa")) sale.shift = rows_.integer("caixa", 1);
     if (given("desconto")) sale.discount = cents("desconto");
     if (given("cliente")) sale.client = client();
     if (given("placa")) refuse_quote(rows_, sale.vehicle = rows_.required("placa", kPlate));
-    if (given("km")) sale.odometer = rows_.integer("km", 0, kMostInt);
+    if (given("km")) sale.odometer = rows_.integer("km", 0);
     if (given("pagamentos")) sale.payments = payments(rows_.text("pagamentos"));
     for (std::string_view column : kOfCoupon) first_row_[index_of(column)] = given(column) ? rows_.text(column) : "";
     first_time_ = rows_.text("hora");
@@ -142,7 +140,7 @@ class SalesReader {
 
   void take_line(PrintedSale& printed) {
     SaleLine line;
-    if (given("abastecimento")) line.fuelling = rows_.integer("abastecimento", 1, kMostInt);
+    if (given("abastecimento")) line.fuelling = rows_.integer("abastecimento", 1);
     if (given("produto") || line.fuelling == 0) line.product = product();
     if (given("quantidade") || line.fuelling == 0) line.quantity = rows_.figure("quantidade");
     if (given("preco")) line.price = rows_.decimal("preco");
@@ -222,12 +220,6 @@ class SalesReader {
   std::string first_time_;
 };
 
-// What a sale may be refused for; anything else is a failure.
-bool is_refusal(std::int32_t number) {
-  return number == erro::kRuleViolation || number == erro::kRecordNotFound || number == erro::kInsufficientStock ||
-         number == erro::kFuellingAlreadyPosted || number == erro::kSaleNotReleasedToClient;
-}
-
 bool stands_already(const Station& station, const Sale& sale) {
   return !station.connection()
               .Execute(sql(R"(
@@ -266,7 +258,7 @@ SalesResult sell_from(Station& station, const std::string& path) {
       ++result.sold;
       result.cancelled += printed.cancelled ? 1 : 0;
     } catch (const Erro& failure) {
-      if (!is_refusal(failure.number())) throw;
+      if (!refuses_sale(failure)) throw;
       result.refused.push_back({printed.coupon, failure.description()});
     }
   }

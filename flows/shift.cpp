@@ -74,12 +74,12 @@ void read_nozzle(Station& station, DALBomba& nozzle, std::int32_t code) {
   nozzle.Consultar();
 }
 
-struct Totalisers {
+struct NozzleTotalisers {
   double electronic, mechanical;
 };
 
 // Where nothing was read the totaliser is that of the last delivery, and never before `at_least`.
-Totalisers totalisers_of(DALBomba& nozzle, const NozzleReading& reading, double at_least) {
+NozzleTotalisers totalisers_of(DALBomba& nozzle, const NozzleReading& reading, double at_least) {
   const double electronic =
       reading.electronic ? *reading.electronic : std::max(nozzle.UltimoEncerranteEletronico(), at_least);
   const double mechanical = reading.mechanical.value_or(electronic - nozzle.ObVO->Qt_DiferencaEncerranteMecanico);
@@ -102,7 +102,7 @@ void take_nozzle(Station& station, std::int32_t shift, const NozzleReading& read
   if (holder == shift || (holder != 0 && is_open(station, holder))) {
     refuse(fmt::format("O bico {} está com o caixa {}", reading.nozzle, holder));
   }
-  const Totalisers opening = totalisers_of(nozzle, reading, nozzle.ObVO->No_EncerranteInicial);
+  const NozzleTotalisers opening = totalisers_of(nozzle, reading, nozzle.ObVO->No_EncerranteInicial);
   DALRespBomba period(station.settings);
   period.ObVO->Cd_PessoaUsuaria = station.tenant();
   period.ObVO->Cd_Caixa = shift;
@@ -133,7 +133,7 @@ void leave_nozzle(Station& station, std::int32_t shift, const NozzleReading& rea
   read_nozzle(station, nozzle, reading.nozzle);
   if (nozzle.ObVO->Cd_Caixa != shift) refuse(fmt::format("O bico {} não está com o caixa {}", reading.nozzle, shift));
   if (const auto opening = opening_of(station, shift, reading.nozzle)) {
-    const Totalisers closing = totalisers_of(nozzle, reading, *opening);
+    const NozzleTotalisers closing = totalisers_of(nozzle, reading, *opening);
     if (closing.electronic < *opening) {
       refuse(fmt::format("O encerrante {} do bico {} é menor que o de abertura, {}", litres_text(closing.electronic),
                          reading.nozzle, litres_text(*opening)));

@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::int32_t kPathNotFound = 76;
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 bool is_blank_or_mark(char c) { return c >= ' ' && c <= '/'; }
 

@@ -9,7 +9,7 @@
 namespace posto {
 namespace {
 
-constexpr ListColumn kColumns[] = {
+constexpr ListColumn kHeadColumns[] = {
     {"Cd_PessoaUsuaria", integer(kNullWhenEmpty)},
     {"No_Impressora", tiny_int(kNullWhenEmpty)},
     {"No_CupomFiscal", integer()},
@@ -61,7 +61,7 @@ constexpr std::string_view kReceiptLink[] = {"Cd_PessoaUsuaria", "No_Impressora"
                                              "No_Recebimento"};
 constexpr std::string_view kReceipt[] = {"Cd_PessoaUsuaria", "No_Recebimento"};
 
-std::string_view filter_of(TipoConsultaItensEnum which) {
+std::string_view coupon_lines_of(TipoConsultaItensEnum which) {
   switch (which) {
     case SomenteProdutos:
       return "\rAND B.No_Tipo = 1";
@@ -107,7 +107,7 @@ void DALCupomFiscal::Alterar(bool Ic_Salvando) {
 }
 
 std::string DALCupomFiscal::instrucaoInsert() {
-  static const ColumnList kList("CupomFiscal", kColumns, layout_of<VOCupomFiscal>());
+  static const ColumnList kList("CupomFiscal", kHeadColumns, layout_of<VOCupomFiscal>());
   return routine("instrucaoInsert", [&] { return kList.insert_statement(vo(), *ObVOSistema); });
 }
 
@@ -252,7 +252,7 @@ Recordset& DALCupomFiscal::ConsultarItens(TipoConsultaItensEnum Tp_Consulta, boo
         WHERE    {}
         And Ic_Excluido = 0{}
         ORDER BY A.No_Item)",
-                          key_of("A.", "AND"), filter_of(Tp_Consulta)));
+                          key_of("A.", "AND"), coupon_lines_of(Tp_Consulta)));
     Ic_adoRsItensAtualizado = true;
   });
   return items_;

@@ -9,7 +9,7 @@ namespace posto {
 namespace {
 
 // Insert and update write prices, rates and consumption with other routines, and an update cuts no text.
-constexpr ListColumn kColumns[] = {
+constexpr ListColumn kLineColumns[] = {
     {"Cd_PessoaUsuaria", integer(kNullWhenEmpty), integer()},
     {"No_Impressora", tiny_int()},
     {"No_CupomFiscal", integer()},
@@ -38,7 +38,7 @@ constexpr ListColumn kColumns[] = {
 };
 
 const ColumnList& column_list() {
-  static const ColumnList kList("ItemCupomFiscal", kColumns, layout_of<VOItemCupomFiscal>());
+  static const ColumnList kList("ItemCupomFiscal", kLineColumns, layout_of<VOItemCupomFiscal>());
   return kList;
 }
 

@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view kNumber[] = {"Cd_PessoaUsuaria", "Cd_TipoNF", "No_Nota"};
 constexpr std::string_view kReceivable[] = {"Cd_PessoaUsuaria", "Cd_ContaAReceber"};
 
-std::string_view filter_of(TipoConsultaItensEnum which) {
+std::string_view invoice_lines_of(TipoConsultaItensEnum which) {
   switch (which) {
     case SomenteProdutos:
       return "AND B.No_Tipo = 1";
@@ -88,7 +88,7 @@ Recordset DALNotaSaida::ConsultarItens(TipoConsultaItensEnum Tp_Consulta) {
                  A.No_Nota = {}
                  {}
         ORDER BY A.No_Item)",
-                        ObVO->Cd_PessoaUsuaria, ObVO->Cd_TipoNF, ObVO->No_Nota, filter_of(Tp_Consulta)));
+                        ObVO->Cd_PessoaUsuaria, ObVO->Cd_TipoNF, ObVO->No_Nota, invoice_lines_of(Tp_Consulta)));
   });
 }
 

@@ -6,7 +6,7 @@
 namespace posto {
 namespace {
 
-constexpr ListColumn kColumns[] = {
+constexpr ListColumn kReceiptColumns[] = {
     {"Cd_PessoaUsuaria", integer(kNullWhenEmpty)},
     {"No_Recebimento", integer()},
     {"Tp_DocDebito", tiny_int()},
@@ -82,7 +82,7 @@ void DALRecebimento::read_coupon() {
 }
 
 std::string DALRecebimento::instrucaoInsert() {
-  static const ColumnList kList("Recebimento", kColumns, layout_of<VORecebimento>());
+  static const ColumnList kList("Recebimento", kReceiptColumns, layout_of<VORecebimento>());
   return routine("instrucaoInsert", [&] { return kList.insert_statement(vo(), *ObVOSistema); });
 }
 

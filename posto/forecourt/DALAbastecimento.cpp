@@ -8,7 +8,7 @@
 namespace posto {
 namespace {
 
-constexpr ListColumn kColumns[] = {
+constexpr ListColumn kFuellingColumns[] = {
     {"Cd_PessoaUsuaria", integer()},
     {"Tp_OrigemRegistro", tiny_int()},
     {"No_Contador", small_int()},
@@ -48,7 +48,7 @@ Names DALAbastecimento::key_for(Purpose purpose) {
 }
 
 std::string DALAbastecimento::instrucaoInsert() {
-  static const ColumnList kList("Abastecimento", kColumns, layout_of<VOAbastecimento>());
+  static const ColumnList kList("Abastecimento", kFuellingColumns, layout_of<VOAbastecimento>());
   return routine("instrucaoInsert", [&] { return kList.insert_statement(vo(), *ObVOSistema); });
 }
 

@@ -8,7 +8,7 @@
 namespace posto {
 namespace {
 
-constexpr std::string_view kPrimaryKey[] = {"Cd_PessoaUsuaria", "Cd_Bomba"};
+constexpr std::string_view kByCode[] = {"Cd_PessoaUsuaria", "Cd_Bomba"};
 constexpr std::string_view kAddress[] = {"De_EnderecoLogicoBico"};
 
 // Written by every Alterar, in this order.
@@ -51,7 +51,7 @@ constexpr std::int32_t kRevisionWithoutCounter = 192;
 
 Names DALBomba::key_for(Purpose purpose) {
   if (purpose == Purpose::read) return Entity::key_for(purpose);
-  if (ObVO->Cd_Bomba != 0) return kPrimaryKey;
+  if (ObVO->Cd_Bomba != 0) return kByCode;
   if (purpose == Purpose::change && !ObVO->De_EnderecoLogicoBico.empty()) return kAddress;
   return {};
 }

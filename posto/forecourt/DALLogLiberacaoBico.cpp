@@ -5,7 +5,7 @@
 namespace posto {
 namespace {
 
-constexpr ListColumn kColumns[] = {
+constexpr ListColumn kLogColumns[] = {
     {"No_Liberacao", integer()},
     {"Cd_PessoaUsuaria", integer()},
     {"Cd_Bomba", integer()},
@@ -22,7 +22,7 @@ constexpr ListColumn kColumns[] = {
 }  // namespace
 
 std::string DALLogLiberacaoBico::instrucaoInsert() {
-  static const ColumnList kList("LogLiberacaoBico", kColumns, layout_of<VOLogLiberacaoBico>());
+  static const ColumnList kList("LogLiberacaoBico", kLogColumns, layout_of<VOLogLiberacaoBico>());
   return routine("instrucaoInsert", [&] { return kList.insert_statement(vo(), *ObVOSistema); });
 }
 

@@ -62,8 +62,8 @@ bool LineFile::next(std::string& line) {
   }
   ++number_;
   if (line.ends_with('\r')) line.pop_back();
-  constexpr std::string_view kMark = "\xEF\xBB\xBF";
-  if (number_ == 1 && line.starts_with(kMark)) line.erase(0, kMark.size());
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (number_ == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
   return true;
 }
 

@@ -6,15 +6,15 @@
 namespace posto {
 namespace {
 
-constexpr const char* kSource = "SearchForm";
-constexpr std::string_view kGrid = "Grid.";
+constexpr const char* kForm = "SearchForm";
+constexpr std::string_view kOfGrid = "Grid.";
 
-[[noreturn]] void unknown(std::string_view name) {
-  throw Erro(erro::kUnknownMember, kSource, "O formulário não possui " + std::string(name));
+[[noreturn]] void not_in_form(std::string_view name) {
+  throw Erro(erro::kUnknownMember, kForm, "O formulário não possui " + std::string(name));
 }
 
-bool of_grid(std::string_view path) { return equal_names(path.substr(0, kGrid.size()), kGrid); }
-std::string_view member_of_grid(std::string_view path) { return path.substr(kGrid.size()); }
+bool of_grid(std::string_view path) { return equal_names(path.substr(0, kOfGrid.size()), kOfGrid); }
+std::string_view member_of_grid(std::string_view path) { return path.substr(kOfGrid.size()); }
 
 }  // namespace
 
@@ -30,13 +30,13 @@ std::string* SearchForm::text(std::string_view path) {
 Variant SearchForm::item_data(std::span<const Variant> arguments) const {
   const std::int32_t position = arguments.size() == 1 ? arguments[0].as<std::int32_t>() : -1;
   if (position < 0 || static_cast<std::size_t>(position) >= attributes.size()) {
-    throw Erro(erro::kInvalidCall, kSource, "Posição inválida na lista de atributos");
+    throw Erro(erro::kInvalidCall, kForm, "Posição inválida na lista de atributos");
   }
   return attributes[static_cast<std::size_t>(position)];
 }
 
 Variant SearchForm::call(std::string_view method, std::span<const Variant> arguments) {
-  if (!of_grid(method)) unknown(method);
+  if (!of_grid(method)) not_in_form(method);
   return grid.call(member_of_grid(method), arguments);
 }
 
@@ -47,14 +47,14 @@ Variant SearchForm::get(std::string_view property, std::span<const Variant> argu
   if (equal_names(property, "Nm_AtributoPesquisa.ItemData")) return item_data(arguments);
   if (second && equal_names(property, "Nm_AtributoPesquisa2.ListIndex")) return second->list_index;
   if (second && equal_names(property, "Nm_AtributoPesquisa2.ItemData")) return item_data(arguments);
-  unknown(property);
+  not_in_form(property);
 }
 
 void SearchForm::let(std::string_view property, std::span<const Variant> arguments) {
   if (of_grid(property)) return grid.let(member_of_grid(property), arguments);
   std::string* known = text(property);
-  if (!known) unknown(property);
-  if (arguments.size() != 1) throw Erro(erro::kInvalidCall, kSource, "Quantidade de argumentos inválida");
+  if (!known) not_in_form(property);
+  if (arguments.size() != 1) throw Erro(erro::kInvalidCall, kForm, "Quantidade de argumentos inválida");
   *known = arguments[0].as<std::string>();
 }
 

@@ -8,8 +8,6 @@
 namespace posto::tsql {
 namespace {
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 // Reads from the front of a text, piece by piece.
 struct Reader {
   std::string_view rest;

@@ -31,7 +31,6 @@ constexpr std::array<std::uint8_t, 256> kClasses = [] {
 
 std::uint8_t class_of(char c) { return kClasses[static_cast<unsigned char>(c)]; }
 bool is_name_char(char c) { return class_of(c) <= digit; }
-bool is_digit(char c) { return class_of(c) == digit; }
 bool is_line_end(char c) { return c == '\r' || c == '\n'; }
 
 const char* skip_name(const char* p, const char* end) {

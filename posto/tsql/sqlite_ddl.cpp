@@ -10,7 +10,7 @@
 namespace posto::tsql {
 namespace {
 
-std::string_view storage(SqlType type) {
+std::string_view sqlite_storage(SqlType type) {
   switch (type) {
     case SqlType::float32:
     case SqlType::float64:
@@ -24,7 +24,7 @@ std::string_view storage(SqlType type) {
 }
 
 // What the column's values must keep to, and how a person reads it; empty for types without limits.
-std::pair<std::string, std::string> limit(const Column& column) {
+std::pair<std::string, std::string> sqlite_limit(const Column& column) {
   const std::string name = quoted_name(column.name);
   auto range = [&](std::string_view low, std::string_view high) {
     return std::pair(fmt::format("{} BETWEEN {} AND {}", name, low, high), fmt::format("de {} a {}", low, high));
@@ -46,13 +46,13 @@ std::pair<std::string, std::string> limit(const Column& column) {
   }
 }
 
-std::string column_line(const Table& table, const Column& column) {
-  std::string line = fmt::format("{} {}", quoted_name(column.name), storage(column.type));
+std::string sqlite_column(const Table& table, const Column& column) {
+  std::string line = fmt::format("{} {}", quoted_name(column.name), sqlite_storage(column.type));
   if (column.identity) return line + " PRIMARY KEY AUTOINCREMENT";
   if (column.type == SqlType::text) line += fmt::format(" COLLATE {}", kSqliteCollation);
   if (!column.nullable) line += " NOT NULL";
   if (!column.default_value.empty()) line += fmt::format(" DEFAULT {}", column.default_value);
-  auto [check, shown] = limit(column);
+  auto [check, shown] = sqlite_limit(column);
   if (!check.empty()) {
     line += fmt::format(" CONSTRAINT {} CHECK ({})",
                         quoted_name(fmt::format("{}.{}: {}", table.name, column.name, shown)), check);
@@ -64,7 +64,7 @@ std::string column_line(const Table& table, const Column& column) {
 
 std::string sqlite_create_table(const Table& table, bool temporary) {
   std::string lines;
-  for (const Column& column : table.columns) lines += (lines.empty() ? "  " : ",\n  ") + column_line(table, column);
+  for (const Column& column : table.columns) lines += (lines.empty() ? "  " : ",\n  ") + sqlite_column(table, column);
   bool generated = table.identity() != nullptr;
   if (table.has_key()) lines += fmt::format(",\n  {} ({})", generated ? "UNIQUE" : "PRIMARY KEY", quoted_key(table));
   bool rowless = table.has_key() && !generated && !temporary;

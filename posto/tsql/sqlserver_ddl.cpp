@@ -9,7 +9,7 @@
 namespace posto::tsql {
 namespace {
 
-std::string storage(const Column& column) {
+std::string sqlserver_storage(const Column& column) {
   switch (column.type) {
     case SqlType::bit:
       return "bit";
@@ -35,8 +35,8 @@ std::string storage(const Column& column) {
 }
 
 // What a bit holds is 0 or 1 and a byte is 0 to 255 by the types; nothing else limits a column.
-std::string column_line(const Column& column) {
-  std::string line = quoted_name(column.name) + " " + storage(column);
+std::string sqlserver_column(const Column& column) {
+  std::string line = quoted_name(column.name) + " " + sqlserver_storage(column);
   line += column.nullable ? " NULL" : " NOT NULL";
   if (column.identity) return line + " IDENTITY(1,1)";
   if (!column.default_value.empty()) line += fmt::format(" DEFAULT {}", column.default_value);
@@ -58,7 +58,7 @@ std::string condition_of(const Table& table, const Index& index) {
 
 std::string sqlserver_create_table(const Table& table) {
   std::vector<std::string> lines;
-  for (const Column& column : table.columns) lines.push_back("  " + column_line(column));
+  for (const Column& column : table.columns) lines.push_back("  " + sqlserver_column(column));
   if (table.has_key()) lines.push_back(fmt::format("  PRIMARY KEY ({})", quoted_key(table)));
   return fmt::format("CREATE TABLE {} (\n{}\n)", quoted_name(table.name), fmt::join(lines, ",\n"));
 }

@@ -12,6 +12,7 @@ namespace posto {
 // a result that does not fit is error 6. A product or quotient with a number is a double, as the platform gives it.
 class Currency {
  public:
+  static constexpr int kDecimals = 4;
   static constexpr std::int64_t kScale = 10'000;
 
   constexpr Currency() = default;

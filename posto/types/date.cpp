@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "posto/types/erro.h"
+#include "posto/types/text.h"
 
 namespace posto {
 namespace {
@@ -76,7 +77,6 @@ constexpr DateToken kTokens[] = {
     {'s', 1, &Date::Parts::second, 1, 100}, {'s', 2, &Date::Parts::second, 2, 100},
 };
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 bool is_letter(char lowered) { return lowered >= 'a' && lowered <= 'z'; }
 
 const DateToken& find_token(char letter, std::size_t length, std::string_view pattern) {
@@ -194,13 +194,13 @@ std::string format_date(Date date, std::string_view pattern) {
   out.reserve(pattern.size() + 4);
   bool behind_hours = false;
   for (std::size_t at = 0; at < pattern.size();) {
-    const char letter = lower(pattern[at]);
+    const char letter = ascii_lower(pattern[at]);
     if (!is_letter(letter)) {
       out += pattern[at++];
       continue;
     }
     std::size_t end = at;
-    while (end < pattern.size() && lower(pattern[end]) == letter) ++end;
+    while (end < pattern.size() && ascii_lower(pattern[end]) == letter) ++end;
     const DateToken& token = find_token(letter == 'm' && behind_hours ? 'n' : letter, end - at, pattern);
     const int value = parts.*token.part % token.modulus;
     char digits[4];

@@ -11,8 +11,6 @@ namespace {
 
 constexpr int kExponentCap = 100'000;  // far outside every type, far inside an int
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
 template <class Float>
 Decimal shortest(Float value) {
   if (!std::isfinite(value)) throw platform_erro(erro::kInvalidCall, "the number is not finite");

@@ -8,8 +8,6 @@
 namespace posto {
 namespace {
 
-constexpr int kMoneyDecimals = 4;
-
 // What a pattern asks for.
 struct Pattern {
   int least_whole = 0;  // digits in front of the point that stand even when they are zero
@@ -92,7 +90,7 @@ std::string format_number(float value, std::string_view pattern, const Locale& l
 }
 
 std::string format_number(Currency value, std::string_view pattern, const Locale& locale) {
-  return format_decimal(Decimal(value.scaled(), kMoneyDecimals), pattern, locale);
+  return format_decimal(Decimal(value.scaled(), Currency::kDecimals), pattern, locale);
 }
 
 std::string format_number(std::int64_t value, std::string_view pattern, const Locale& locale) {
@@ -105,8 +103,8 @@ void append_fixed(std::string& out, float value, int decimals) { append_fixed_fl
 
 void append_fixed(std::string& out, Currency value, int decimals) {
   require_decimals(decimals);
-  const int written = std::min(decimals, kMoneyDecimals);
-  const std::uint64_t unit = kWholePowersOfTen[static_cast<std::size_t>(kMoneyDecimals - written)];
+  const int written = std::min(decimals, Currency::kDecimals);
+  const std::uint64_t unit = kWholePowersOfTen[static_cast<std::size_t>(Currency::kDecimals - written)];
   append_scaled(out, value.scaled() < 0, divide_half_up(magnitude(value.scaled()), unit), written);
   out.append(static_cast<std::size_t>(decimals - written), '0');
 }

@@ -6,7 +6,6 @@
 namespace posto {
 namespace {
 
-constexpr int kMoneyDecimals = 4;
 constexpr int kMostDecimals = 15;
 constexpr double kAllWhole = 4503599627370496.0;  // from 2^52 on a double has no fraction
 
@@ -25,8 +24,8 @@ std::uint64_t divide_half_even(std::uint64_t value, std::uint64_t unit) {
 
 template <class Divide>
 Currency round_money(Currency value, int decimals, Divide divide) {
-  if (decimals >= kMoneyDecimals) return value;
-  const std::uint64_t unit = kWholePowersOfTen[static_cast<std::size_t>(kMoneyDecimals - decimals)];
+  if (decimals >= Currency::kDecimals) return value;
+  const std::uint64_t unit = kWholePowersOfTen[static_cast<std::size_t>(Currency::kDecimals - decimals)];
   const std::uint64_t count = divide(magnitude(value.scaled()), unit);
   return Currency::of_scaled(signed_or_overflow(value.scaled() < 0, count * unit));
 }

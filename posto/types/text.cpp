@@ -8,7 +8,7 @@
 namespace posto {
 namespace {
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+constexpr auto kLower = [](char c) { return ascii_lower(c); };
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; }
 
 // How many bytes the first `count` characters take.
@@ -106,12 +106,12 @@ std::string_view trim_end(std::string_view text) {
 }
 
 bool equal_names(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::ranges::equal(a, b, {}, lower, lower);
+  return a.size() == b.size() && std::ranges::equal(a, b, {}, kLower, kLower);
 }
 
 std::string ascii_lower(std::string_view text) {
   std::string out(text);
-  std::ranges::transform(out, out.begin(), lower);
+  std::ranges::transform(out, out.begin(), kLower);
   return out;
 }
 

@@ -18,6 +18,8 @@ std::string_view mid_chars(std::string_view text, std::size_t start, std::size_t
 std::string_view trim(std::string_view text);
 std::string_view trim_end(std::string_view text);
 
+constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
+constexpr char ascii_lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 // Equal without regard to the case of the ASCII letters: for names of columns, keys and properties.
 bool equal_names(std::string_view a, std::string_view b);
 std::string ascii_lower(std::string_view text);
