@@ -10,7 +10,7 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct BaixarOptions {
   std::string computer;
   std::uint8_t printer = 1;
   Form form = Form::aligned;
@@ -21,7 +21,7 @@ std::string this_computer() {
   return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
 }
 
-void post(Session& session, const Options& options) {
+void post(Session& session, const BaixarOptions& options) {
   flows::Station station = session.open();
   const flows::AutomaticPosting result = flows::post_automatically(
       station, options.computer.empty() ? this_computer() : options.computer, options.printer);
@@ -42,7 +42,7 @@ void post(Session& session, const Options& options) {
 }  // namespace
 
 void add_baixar(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<BaixarOptions>();
   CLI::App* command =
       add_command(app, session, "baixar", "Baixa os abastecimentos que um computador baixa por si mesmo",
                   [&session, options] { post(session, *options); });

@@ -8,19 +8,19 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct BicosOptions {
   Date first, last;
   Form form = Form::aligned;
 };
 
 constexpr double kHalfMillilitre = 0.0005;
 
-void show(Session& session, const Options& options) {
+void show(Session& session, const BicosOptions& options) {
   flows::Station station = session.open();
   Answer answer({{"Bico", "De_EnderecoLogicoBico"},
                  {"Descrição", "Ds_Bico"},
-                 {"Abertura", "No_EncerranteAbertura", "###,###,##0.000"},
-                 {"Fechamento", "No_EncerranteFechamento", "###,###,##0.000"},
+                 {"Abertura", "No_EncerranteAbertura", kLitres},
+                 {"Fechamento", "No_EncerranteFechamento", kLitres},
                  {"Litros", "Qt_Litros", "###,##0.000"},
                  {"Diferença", "Qt_Diferenca", "###,##0.000"},
                  {"Vendas", "Vl_Total", "###,##0.00"},
@@ -38,7 +38,7 @@ void show(Session& session, const Options& options) {
 }  // namespace
 
 void add_bicos(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<BicosOptions>();
   CLI::App* command = add_command(app, session, "bicos",
                                   "Confere os encerrantes com os litros de cada bico num período (sem datas, hoje); "
                                   "termina com 1 quando há diferença",

@@ -11,7 +11,7 @@ void block(const Session& session, Form form) {
   Answer answer({{"Código", "Cd_Cliente"},
                  {"Nome", "Nm_Pessoa"},
                  {"Situação", "Ds_SituacaoCredito"},
-                 {"Vencido", "Vl_Vencido", "###,###,##0.00"},
+                 {"Vencido", "Vl_Vencido", kMoney},
                  {"Vencimento mais antigo", "Dt_VencimentoMaisAntigo", "dd/mm/yyyy"}});
   for (const flows::CreditChange& change : flows::bloquear_credito(station)) {
     answer.add({change.code, change.name, change.cancelled ? "CANCELADO" : "BLOQUEADO", change.overdue,

@@ -23,7 +23,7 @@ struct Condition {
   std::string operation, text;
 };
 
-struct Options {
+struct BuscarOptions {
   std::string table;
   Condition first, second;
   std::vector<std::string> columns, order;
@@ -131,7 +131,7 @@ void print_lines(const std::vector<const Column*>& columns, std::span<const Memo
 // A search over one table, made of options that have been checked.
 class Search {
  public:
-  Search(const Options& options, const Table& table) : options_(options), table_(table) {
+  Search(const BuscarOptions& options, const Table& table) : options_(options), table_(table) {
     choose_columns();
     for (const Column* column : columns_) dal_.ColecaoAtributos.push_back(search_attribute(*column));
     for (const Column* column : order_) dal_.ColecaoAtributos[place_of(*column)].in_order = true;
@@ -203,7 +203,7 @@ class Search {
     fmt::print("{} {}\n", form_.found, form_.found == "1" ? "encontrado" : "encontrados");
   }
 
-  const Options& options_;
+  const BuscarOptions& options_;
   const Table& table_;
   std::vector<const Column*> columns_, order_;
   DALBuscaGenerica dal_;
@@ -223,7 +223,7 @@ void add_condition(CLI::App* command, Condition& condition, const std::string& s
 }  // namespace
 
 void add_buscar(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<BuscarOptions>();
   CLI::App* command = add_command(app, session, "buscar", "Procura em uma tabela, com a contagem", [&session, options] {
     Search search(*options, table_named(options->table));
     search.run(session.open());

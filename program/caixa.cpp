@@ -12,7 +12,7 @@ namespace {
 
 const std::pair kAllDays = {Date::of_day(1900, 1, 1), Date::of_day(9999, 12, 31)};
 
-struct Options {
+struct CaixaOptions {
   std::int32_t shift = 0;  // 0: the list of all
   bool summary = false;
   std::string page;  // the HTML file; none is written where it is empty
@@ -71,11 +71,11 @@ void print_group(const flows::SummaryGroup& group) {
   answer.print(Form::aligned);
 }
 
-void print_for_program(const ShiftPapers& papers, const Options& options) {
+void print_for_program(const ShiftPapers& papers, const CaixaOptions& options) {
   options.summary ? print_summary_rows(papers.summary, options.form) : print_record(papers.shift, options.form);
 }
 
-void show(const Session& session, const Options& options) {
+void show(const Session& session, const CaixaOptions& options) {
   flows::Station station = session.open();
   if (options.shift == 0) {
     return print_shifts(flows::shifts_between(station, kAllDays.first, kAllDays.second), options.form);
@@ -104,7 +104,7 @@ ShiftPapers papers_of(flows::Station& station, const VOCaixa& shift) {
 
 void print_settlement(const ShiftPapers& papers) {
   fmt::print("{}\n{}\n\n", shift_title(papers), shift_history(papers));
-  Answer answer({{"Acerto", {}}, {"Débitos", {}, "###,###,##0.00"}, {"Créditos", {}, "###,###,##0.00"}});
+  Answer answer({{"Acerto", {}}, {"Débitos", {}, kMoney}, {"Créditos", {}, kMoney}});
   for (const SettlementLine& line : settlement_lines(papers.shift)) {
     answer.add({line.name, shown(line.debit), shown(line.credit)});
   }
@@ -133,7 +133,7 @@ void add_moment(CLI::App* command) {
 }  // namespace
 
 void add_caixa(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<CaixaOptions>();
   CLI::App* command =
       add_command(app, session, "caixa",
                   "Mostra o acerto de um caixa, calculado de novo enquanto não foi conferido; sem --caixa, lista todos",

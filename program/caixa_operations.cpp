@@ -12,7 +12,7 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct CaixaOperationsOptions {
   std::int32_t shift = 0, employee = 0, kind = 0;
   std::vector<flows::NozzleReading> nozzles;
   flows::CashDrops drops;
@@ -61,14 +61,14 @@ Currency amount_of(const std::string& text) {
   }
 }
 
-void add_employee(CLI::App* command, Options& options, const char* description) {
+void add_employee(CLI::App* command, CaixaOperationsOptions& options, const char* description) {
   command->add_option("--funcionario", options.employee, description)
       ->required()
       ->check(CLI::PositiveNumber)
       ->type_name("CÓDIGO");
 }
 
-CLI::Option* add_nozzles(CLI::App* command, Options& options, const char* description) {
+CLI::Option* add_nozzles(CLI::App* command, CaixaOperationsOptions& options, const char* description) {
   return command
       ->add_option_function<std::vector<std::string>>(
           "--bico",
@@ -81,7 +81,7 @@ CLI::Option* add_nozzles(CLI::App* command, Options& options, const char* descri
       ->take_all();
 }
 
-void add_drops(CLI::App* command, Options& options) {
+void add_drops(CLI::App* command, CaixaOperationsOptions& options) {
   const auto add = [&](const char* name, std::optional<Currency>& amount, const char* description) {
     command
         ->add_option_function<std::string>(
@@ -94,12 +94,12 @@ void add_drops(CLI::App* command, Options& options) {
 
 // --- what is done
 
-void open(flows::Station& station, const Options& options) {
+void open(flows::Station& station, const CaixaOperationsOptions& options) {
   const VOCaixa shift = flows::open_shift(station, options.employee, options.nozzles);
   fmt::print("{}\n", shift_title(papers_of(station, shift)));
 }
 
-void close(flows::Station& station, const Options& options) {
+void close(flows::Station& station, const CaixaOperationsOptions& options) {
   const VOCaixa shift = flows::close_shift(station, options.shift, options.nozzles, options.drops);
   print_settlement(papers_of(station, shift));
 }
@@ -110,8 +110,8 @@ void print_findings(const flows::CheckedShift& result) {
     Answer answer({{"Impressora", {}},
                    {"Cupom", {}},
                    {"Data", {}, "dd/mm/yyyy"},
-                   {"Total", {}, "###,###,##0.00"},
-                   {"Recebido", {}, "###,###,##0.00"}});
+                   {"Total", {}, kMoney},
+                   {"Recebido", {}, kMoney}});
     for (const flows::CouponMismatch& c : result.coupons) {
       Variant received = Null{};
       if (c.receipts) received = *c.receipts;
@@ -121,11 +121,8 @@ void print_findings(const flows::CheckedShift& result) {
   }
   if (!result.fuellings.empty()) {
     fmt::print("\nAbastecimentos sem cupom\n");
-    Answer answer({{"Abastecimento", {}},
-                   {"Bico", {}},
-                   {"Término", {}},
-                   {"Litros", {}, "###,##0.000"},
-                   {"Total", {}, "###,###,##0.00"}});
+    Answer answer(
+        {{"Abastecimento", {}}, {"Bico", {}}, {"Término", {}}, {"Litros", {}, "###,##0.000"}, {"Total", {}, kMoney}});
     for (const flows::PendingFuelling& f : result.fuellings) {
       answer.add({f.code, f.address, f.end, f.litres, f.total});
     }
@@ -133,7 +130,7 @@ void print_findings(const flows::CheckedShift& result) {
   }
 }
 
-void check(flows::Station& station, const Options& options, Session& session) {
+void check(flows::Station& station, const CaixaOperationsOptions& options, Session& session) {
   const flows::CheckedShift result =
       flows::check_shift(station, options.shift, options.employee, options.accept, options.drops);
   print_settlement(papers_of(station, result.shift));
@@ -156,7 +153,7 @@ std::string_view state_text(std::int32_t state) {
   }
 }
 
-void list(flows::Station& station, const Options& options) {
+void list(flows::Station& station, const CaixaOperationsOptions& options) {
   const Date last = options.last.empty() ? (options.first.empty() ? clock_now().day() : options.first) : options.last;
   print_shifts(flows::shifts_between(station, options.first.empty() ? last : options.first, last), options.form);
 }
@@ -170,9 +167,9 @@ void print_shifts(const std::vector<flows::ShiftLine>& shifts, Form form) {
                  {"Funcionário", "Nm_Pessoa"},
                  {"Aberto às", "Hr_Abertura"},
                  {"Situação", "Ds_Situacao"},
-                 {"Débitos", "Vl_SomaDebitos", "###,###,##0.00"},
-                 {"Créditos", "Vl_SomaCreditos", "###,###,##0.00"},
-                 {"Diferença", "Vl_Diferenca", "###,###,##0.00"}});
+                 {"Débitos", "Vl_SomaDebitos", kMoney},
+                 {"Créditos", "Vl_SomaCreditos", kMoney},
+                 {"Diferença", "Vl_Diferenca", kMoney}});
   for (const auto& [s, employee] : shifts) {
     answer.add({s.Cd_Caixa, s.Dt_Abertura, s.No_Sequencial, employee, s.Hr_Abertura,
                 std::string(state_text(s.Cd_Situacao)), s.Vl_SomaDebitos, s.Vl_SomaCreditos, s.Vl_Diferenca});
@@ -188,7 +185,7 @@ CLI::Option* add_shift(CLI::App* command, std::int32_t& shift) {
 }
 
 void add_shift_operations(CLI::App& app, Session& session) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<CaixaOperationsOptions>();
   const auto add = [&](const char* name, const char* description, auto run) {
     return add_command(app, session, name, description, [&session, options, run] {
       flows::Station station = session.open();
@@ -205,29 +202,32 @@ void add_shift_operations(CLI::App& app, Session& session) {
   add_nozzles(closes, *options, "bico com o seu encerrante, se não for o do último abastecimento; pode repetir-se");
   add_drops(closes, *options);
 
-  CLI::App* checks = add("conferir-caixa", "Confere um caixa fechado; termina com 1 quando há o que corrigir",
-                         [&session](flows::Station& station, const Options& o) { check(station, o, session); });
+  CLI::App* checks =
+      add("conferir-caixa", "Confere um caixa fechado; termina com 1 quando há o que corrigir",
+          [&session](flows::Station& station, const CaixaOperationsOptions& o) { check(station, o, session); });
   add_shift(checks, options->shift);
   add_employee(checks, *options, "código de quem confere");
   add_drops(checks, *options);
   checks->add_flag("--aceitar", options->accept, "confere mesmo com o que foi encontrado");
 
-  CLI::App* takes = add("assumir-bico", "Passa bicos a um caixa aberto", [](flows::Station& station, const Options& o) {
-    flows::take_nozzles(station, o.shift, o.nozzles);
-  });
-  CLI::App* leaves = add("deixar-bico", "Tira bicos de um caixa aberto", [](flows::Station& station, const Options& o) {
-    flows::leave_nozzles(station, o.shift, o.nozzles);
-  });
+  CLI::App* takes = add("assumir-bico", "Passa bicos a um caixa aberto",
+                        [](flows::Station& station, const CaixaOperationsOptions& o) {
+                          flows::take_nozzles(station, o.shift, o.nozzles);
+                        });
+  CLI::App* leaves =
+      add("deixar-bico", "Tira bicos de um caixa aberto", [](flows::Station& station, const CaixaOperationsOptions& o) {
+        flows::leave_nozzles(station, o.shift, o.nozzles);
+      });
   for (CLI::App* command : {takes, leaves}) {
     add_shift(command, options->shift);
     add_nozzles(command, *options, "bico, e o encerrante se não for o do último abastecimento; pode repetir-se")
         ->required();
   }
 
-  CLI::App* divergence =
-      add("divergencia", "Grava a divergência de um tipo em um caixa", [](flows::Station& station, const Options& o) {
-        flows::set_divergence(station, o.shift, o.kind, o.amount, o.description);
-      });
+  CLI::App* divergence = add("divergencia", "Grava a divergência de um tipo em um caixa",
+                             [](flows::Station& station, const CaixaOperationsOptions& o) {
+                               flows::set_divergence(station, o.shift, o.kind, o.amount, o.description);
+                             });
   add_shift(divergence, options->shift);
   divergence->add_option("--tipo", options->kind, "tipo de divergência")
       ->required()

@@ -7,11 +7,12 @@
 #include "posto/core/enumerations.h"
 #include "posto/types/number_pattern.h"
 #include "posto/types/text.h"
+#include "program/answer.h"
 
 namespace posto::program {
 namespace {
 
-constexpr std::string_view kMoney = "###,###,##0.00", kCount = "###,###,##0", kLitres = "###,###,##0.000";
+constexpr std::string_view kCount = "###,###,##0";
 
 // The captions of figures that are no amounts.
 constexpr std::pair<std::string_view, std::string_view> kPatterns[] = {

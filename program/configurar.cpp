@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int32_t kPathNotFound = 76;
 
-struct Options {
+struct ConfigurarOptions {
   std::vector<std::string> changes;
   bool secrets = false;
   bool check = false;
@@ -42,7 +42,7 @@ SettingChange read_change(const std::string& text) {
 }
 
 // Writes all changes or, with the status that says so, none.
-void change(DALSistema& store, const Options& options, Session& session) {
+void change(DALSistema& store, const ConfigurarOptions& options, Session& session) {
   try {
     std::vector<SettingChange> changes;
     for (const std::string& text : options.changes) changes.push_back(read_change(text));
@@ -56,7 +56,7 @@ void change(DALSistema& store, const Options& options, Session& session) {
   if (options.form == Form::aligned) fmt::print("Gravado em {}\n", store.settings_path());
 }
 
-void show(DALSistema& store, const Options& options) {
+void show(DALSistema& store, const ConfigurarOptions& options) {
   Answer answer({{"Seção", "Secao"}, {"Chave", "Chave"}, {"Valor", "Valor"}});
   std::size_t without = 0;
   for (const StoredSetting& found : store.inspect()) {
@@ -87,7 +87,7 @@ const char* told(SettingState state) {
   return "";
 }
 
-void check(DALSistema& store, const Options& options, Session& session) {
+void check(DALSistema& store, const ConfigurarOptions& options, Session& session) {
   Answer answer({{"Seção", "Secao"}, {"Chave", "Chave"}, {"Situação", "Situacao"}});
   for (const StoredSetting& found : store.inspect()) {
     if (found.state != SettingState::good) answer.add({found.setting->section, found.setting->key, told(found.state)});
@@ -97,7 +97,7 @@ void check(DALSistema& store, const Options& options, Session& session) {
   fmt::print("Nenhuma configuração falta.\n");
 }
 
-void run(Session& session, const Options& options) {
+void run(Session& session, const ConfigurarOptions& options) {
   DALSistema store(folder_of(session.database));
   if (!options.changes.empty()) change(store, options, session);
   if (session.status != kDone) return;
@@ -108,7 +108,7 @@ void run(Session& session, const Options& options) {
 }  // namespace
 
 void add_configurar(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ConfigurarOptions>();
   CLI::App* command =
       add_command(app, session, "configurar", "Mostra, grava e verifica as configurações da estação de trabalho",
                   [&session, options] { run(session, *options); });

@@ -7,13 +7,13 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct ConsolidarOptions {
   Date day;
   bool without_zero = false;
   Form form = Form::aligned;
 };
 
-flows::ConsolidatedStock consolidated(flows::Station& station, const Options& options) {
+flows::ConsolidatedStock consolidated(flows::Station& station, const ConsolidarOptions& options) {
   ProgressLine line("Consolidando");
   MemoryProgress form;
   form.on_refresh = [&](const MemoryProgress& f) {
@@ -22,15 +22,15 @@ flows::ConsolidatedStock consolidated(flows::Station& station, const Options& op
   return flows::consolidar(station, options.day, form, options.without_zero);
 }
 
-void consolidate(const Session& session, const Options& options) {
+void consolidate(const Session& session, const ConsolidarOptions& options) {
   flows::Station station = session.open();
   const flows::ConsolidatedStock stock = consolidated(station, options);
   Answer answer({{"Grupo", "Nm_GrupoProduto"},
                  {"Código", "Cd_Produto"},
                  {"Produto", "Nm_Produto"},
-                 {"Quantidade", "Qt_Estoque", "###,###,##0.000"},
+                 {"Quantidade", "Qt_Estoque", kLitres},
                  {"Custo médio", "Vl_CustoMedio", "###,##0.000000"},
-                 {"Total", "Vl_Total", "###,###,##0.00"}});
+                 {"Total", "Vl_Total", kMoney}});
   for (const flows::ConsolidatedProduct& p : stock.products) {
     answer.add({p.group, p.code, p.name, p.quantity, p.cost, p.total});
   }
@@ -42,7 +42,7 @@ void consolidate(const Session& session, const Options& options) {
 }  // namespace
 
 void add_consolidar(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ConsolidarOptions>();
   CLI::App* command = add_command(app, session, "consolidar", "Grava o estoque consolidado no fim de um dia e o mostra",
                                   [&session, options] { consolidate(session, *options); });
   add_day(command, "--data", options->day, "dia de referência");

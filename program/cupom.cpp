@@ -10,14 +10,14 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct CupomOptions {
   flows::CouponKey key;
   std::uint8_t item = 0;
   bool cancel = false;
   Form form = Form::aligned;
 };
 
-std::string amount(Currency value) { return format_number(value, "###,###,##0.00"); }
+std::string amount(Currency value) { return format_number(value, kMoney); }
 
 void print_head(const VOCupomFiscal& head) {
   fmt::print("CUPOM {} DA IMPRESSORA {}, {} {}\n", head.No_CupomFiscal, head.No_Impressora,
@@ -55,7 +55,7 @@ void print_foot(DALCupomFiscal& coupon) {
   }
 }
 
-void show(const flows::Station& station, const Options& options) {
+void show(const flows::Station& station, const CupomOptions& options) {
   DALCupomFiscal coupon(station.settings);
   coupon.ObVO->Cd_PessoaUsuaria = station.tenant();
   coupon.ObVO->No_Impressora = options.key.printer;
@@ -68,7 +68,7 @@ void show(const flows::Station& station, const Options& options) {
   if (aligned) print_foot(coupon);
 }
 
-void run(Session& session, const Options& options) {
+void run(Session& session, const CupomOptions& options) {
   flows::Station station = session.open();
   if (!options.cancel) return show(station, options);
   try {
@@ -89,7 +89,7 @@ void run(Session& session, const Options& options) {
 }  // namespace
 
 void add_cupom(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<CupomOptions>();
   CLI::App* command = add_command(app, session, "cupom", "Mostra um cupom fiscal, ou o cancela",
                                   [&session, options] { run(session, *options); });
   command->add_option("--impressora", options->key.printer, "número da impressora")

@@ -7,12 +7,12 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct EntradaOptions {
   std::string file;
   Form form = Form::aligned;
 };
 
-void take_in(Session& session, const Options& options) {
+void take_in(Session& session, const EntradaOptions& options) {
   flows::Station station = session.open();
   const flows::PurchaseResult result = flows::record_purchases(station, options.file);
   if (options.form == Form::aligned) {
@@ -29,7 +29,7 @@ void take_in(Session& session, const Options& options) {
 }  // namespace
 
 void add_entrada(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<EntradaOptions>();
   CLI::App* command = add_command(app, session, "entrada", "Registra as notas de compra de um arquivo",
                                   [&session, options] { take_in(session, *options); });
   command->add_option("notas", options->file, "arquivo CSV das notas")->required()->check(CLI::ExistingFile);

@@ -7,14 +7,14 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct EstoqueOptions {
   Date day, first, last;
   std::int32_t product = 0;
   bool ledger = false;
   Form form = Form::aligned;
 };
 
-constexpr const char* kQuantity = "###,###,##0.000";
+constexpr const char* kQuantity = kLitres;
 constexpr const char* kUnitCost = "###,##0.000000";
 
 // The present position of each product with the movements of a period.
@@ -71,7 +71,7 @@ Answer ledger_of(const flows::Station& station, std::int32_t code, Date first, D
   return answer;
 }
 
-void show(const Session& session, const Options& options) {
+void show(const Session& session, const EstoqueOptions& options) {
   flows::Station station = session.open();
   const Date first = options.first.empty() ? Date::of_day(1900, 1, 1) : options.first;
   const Date last = !options.last.empty()  ? options.last
@@ -86,7 +86,7 @@ void show(const Session& session, const Options& options) {
 }  // namespace
 
 void add_estoque(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<EstoqueOptions>();
   CLI::App* command =
       add_command(app, session, "estoque",
                   "Mostra o estoque atual com os movimentos, o estoque de um dia, ou o kardex de um produto",

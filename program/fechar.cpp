@@ -10,7 +10,7 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct FecharOptions {
   Date day;
   bool all_rows = false;
   flows::ClosingOptions closing;
@@ -83,7 +83,7 @@ std::string check_name(const std::string& name) {
   return "'" + name + "' não é uma verificação; são estas:" + list;
 }
 
-void close(Session& session, Options& options) {
+void close(Session& session, FecharOptions& options) {
   flows::Station station = session.open();
   if (options.closing.user.empty()) options.closing.user = user_of_computer();
   flows::Closing closing;
@@ -101,7 +101,7 @@ void close(Session& session, Options& options) {
 }  // namespace
 
 void add_fechar(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<FecharOptions>();
   CLI::App* command = add_command(app, session, "fechar",
                                   "Fecha um dia: corrige, verifica, recalcula o estoque e marca o dia como fechado",
                                   [&session, options] { close(session, *options); });

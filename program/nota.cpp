@@ -12,10 +12,9 @@
 namespace posto::program {
 namespace {
 
-constexpr const char* kMoney = "###,###,##0.00";
-constexpr const char* kQuantity = "###,###,##0.000";
+constexpr const char* kQuantity = kLitres;
 
-struct Options {
+struct NotaOptions {
   std::int32_t entry = 0, kind = 0, number = 0;
   bool issued = false, cancel = false, physical = false;
   Date from = Date::of_day(1900, 1, 1), to = Date::of_day(9999, 12, 31);
@@ -34,7 +33,7 @@ void print_columns(Recordset rows, const std::vector<AnswerColumn>& columns, For
 }
 
 // Purchase notes by day of delivery, issued invoices by day of issue.
-void list(const flows::Station& station, const Options& o) {
+void list(const flows::Station& station, const NotaOptions& o) {
   const std::string from = DateSemHoraToSql(o.from, *station.settings), to = DateSemHoraToSql(o.to, *station.settings);
   if (o.issued) {
     print_columns(station.connection().Execute(sql(R"(
@@ -74,7 +73,7 @@ void list(const flows::Station& station, const Options& o) {
                 o.form);
 }
 
-void show_purchase(const flows::Station& station, const Options& o) {
+void show_purchase(const flows::Station& station, const NotaOptions& o) {
   DALNotaEntrada note(station.settings);
   note.ObVO->Cd_PessoaUsuaria = station.tenant();
   note.ObVO->No_Entrada = o.entry;
@@ -99,7 +98,7 @@ void show_purchase(const flows::Station& station, const Options& o) {
                 o.form);
 }
 
-void show_invoice(const flows::Station& station, const Options& o) {
+void show_invoice(const flows::Station& station, const NotaOptions& o) {
   DALNotaSaida invoice(station.settings);
   invoice.ObVO->Cd_PessoaUsuaria = station.tenant();
   invoice.ObVO->Cd_TipoNF = o.kind;
@@ -115,7 +114,7 @@ void show_invoice(const flows::Station& station, const Options& o) {
                 o.form);
 }
 
-void cancel(flows::Station& station, Session& session, const Options& o) {
+void cancel(flows::Station& station, Session& session, const NotaOptions& o) {
   const flows::Cancelled done =
       o.entry != 0
           ? flows::cancel_purchase(station, o.entry)
@@ -131,7 +130,7 @@ void cancel(flows::Station& station, Session& session, const Options& o) {
   answer.print(o.form);
 }
 
-void run(Session& session, const Options& o) {
+void run(Session& session, const NotaOptions& o) {
   const bool one = o.entry != 0 || o.number != 0;
   if (o.cancel && !one) throw CLI::ValidationError("--cancelar", "pede --entrada, ou --tipo e --numero");
   flows::Station station = session.open();
@@ -143,7 +142,7 @@ void run(Session& session, const Options& o) {
 }  // namespace
 
 void add_nota(CLI::App& app, Session& session) {
-  auto o = std::make_shared<Options>();
+  auto o = std::make_shared<NotaOptions>();
   CLI::App* command = add_command(app, session, "nota", "Lista, mostra ou cancela notas de compra e notas emitidas",
                                   [&session, o] { run(session, *o); });
   auto* entry = command->add_option("--entrada", o->entry, "número de entrada de uma nota de compra");

@@ -6,13 +6,13 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct PendentesOptions {
   std::string nozzle;
   std::int32_t employee = 0;
   Form form = Form::aligned;
 };
 
-Recordset pending(const flows::Station& station, const Options& options) {
+Recordset pending(const flows::Station& station, const PendentesOptions& options) {
   if (options.nozzle.empty()) {
     DALAbastecimentos fuellings(station.settings);
     return fuellings.ConsultarAbastecimentoPendentesRs(options.employee);
@@ -24,7 +24,7 @@ Recordset pending(const flows::Station& station, const Options& options) {
   return nozzle.Rs_AbastecimentosPendentes();
 }
 
-void show(const Session& session, const Options& options) {
+void show(const Session& session, const PendentesOptions& options) {
   flows::Station station = session.open();
   Recordset rows = pending(station, options);
   Answer answer({{"Código", "Cd_Abastecimento"},
@@ -33,7 +33,7 @@ void show(const Session& session, const Options& options) {
                  {"Litros", "Qt_Litros", "###,##0.000"},
                  {"Preço", "Vl_Preco", "##0.000"},
                  {"Total", "Vl_Total", "###,##0.00"},
-                 {"Encerrante", "No_EncerranteFechamento", "###,###,##0.000"},
+                 {"Encerrante", "No_EncerranteFechamento", kLitres},
                  {"Caixa", "Cd_Caixa"}});
   for (; !rows.EOF(); rows.MoveNext()) {
     answer.add({rows["Cd_Abastecimento"].Value(), rows["De_EnderecoLogicoBico"].Value(), rows["Dt_Termino"].Value(),
@@ -46,7 +46,7 @@ void show(const Session& session, const Options& options) {
 }  // namespace
 
 void add_pendentes(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<PendentesOptions>();
   CLI::App* command = add_command(app, session, "pendentes", "Lista os abastecimentos que ainda não foram baixados",
                                   [&session, options] { show(session, *options); });
   auto* nozzle = command->add_option("--bico", options->nozzle, "endereço lógico do bico");

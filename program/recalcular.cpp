@@ -5,13 +5,13 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct RecalcularOptions {
   Date since;
   flows::RecalculationOptions recalculation;
   Form form = Form::aligned;
 };
 
-std::vector<flows::RecalculatedProduct> recalculated(flows::Station& station, Options& options) {
+std::vector<flows::RecalculatedProduct> recalculated(flows::Station& station, RecalcularOptions& options) {
   ProgressLine line("Recalculando");
   options.recalculation.progress = [&](std::size_t done, std::size_t total, const std::string& name) {
     line.show(done, total, name);
@@ -19,11 +19,11 @@ std::vector<flows::RecalculatedProduct> recalculated(flows::Station& station, Op
   return flows::recalculate(station, options.since, options.recalculation);
 }
 
-void recalculate(Session& session, Options& options) {
+void recalculate(Session& session, RecalcularOptions& options) {
   flows::Station station = session.open();
   Answer answer({{"Código", "Cd_Produto"},
                  {"Produto", "Nm_Produto"},
-                 {"Quantidade", "Qt_Estoque", "###,###,##0.000"},
+                 {"Quantidade", "Qt_Estoque", kLitres},
                  {"Custo médio", "Vl_CustoMedio", "###,##0.000000"},
                  {"Crédito de ICMS", "Vl_CredIcmsMedio", "###,##0.000000"},
                  {"Conferido", "Ds_Conferencia"}});
@@ -37,7 +37,7 @@ void recalculate(Session& session, Options& options) {
 }  // namespace
 
 void add_recalcular(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<RecalcularOptions>();
   CLI::App* command =
       add_command(app, session, "recalcular", "Recalcula o cardex e o estoque dos produtos movimentados desde um dia",
                   [&session, options] { recalculate(session, *options); });

@@ -7,7 +7,7 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct ReducaoOptions {
   Date first, last;
   std::int32_t printer = 0;
   bool only_list = false;
@@ -15,7 +15,6 @@ struct Options {
   Form form = Form::aligned;
 };
 
-constexpr const char* kMoney = "###,###,##0.00";
 constexpr const char* kDay = "dd/mm/yyyy";
 
 Answer totals_of(const std::vector<flows::PrinterDay>& days) {
@@ -59,7 +58,7 @@ Answer rates_of(const std::vector<flows::PrinterDay>& days) {
   return answer;
 }
 
-std::vector<flows::PrinterDay> work(flows::Station& station, const Options& options) {
+std::vector<flows::PrinterDay> work(flows::Station& station, const ReducaoOptions& options) {
   const Date last = options.last.empty() ? options.first : options.last;
   std::vector<flows::PrinterDayKey> keys = flows::printer_days(station, options.first, last, options.printer);
   if (keys.empty() && options.printer != 0) keys = {{options.printer, options.first}};
@@ -72,7 +71,7 @@ std::vector<flows::PrinterDay> work(flows::Station& station, const Options& opti
   return days;
 }
 
-void reduce(Session& session, const Options& options) {
+void reduce(Session& session, const ReducaoOptions& options) {
   flows::Station station = session.open();
   const std::vector<flows::PrinterDay> days = work(station, options);
   if (days.empty()) {
@@ -98,7 +97,7 @@ void reduce(Session& session, const Options& options) {
 }  // namespace
 
 void add_reducao(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ReducaoOptions>();
   CLI::App* command =
       add_command(app, session, "reducao",
                   "Rateia os descontos dos cupons, grava redução Z e mapa resumo de um dia, e os confere com os cupons",

@@ -9,11 +9,11 @@
 namespace posto::program {
 
 void add_sql(CLI::App& app, Session& session) {
-  struct Options {
+  struct SqlOptions {
     std::string batch;
     Form form = Form::aligned;
   };
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<SqlOptions>();
   CLI::App* command = add_command(app, session, "sql", "Executa comandos no dialeto do sistema", [&session, options] {
     if (options->batch == "-") options->batch.assign(std::istreambuf_iterator<char>(std::cin), {});
     auto connection = Connection::create();

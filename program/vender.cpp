@@ -7,12 +7,12 @@
 namespace posto::program {
 namespace {
 
-struct Options {
+struct VenderOptions {
   std::string file;
   Form form = Form::aligned;
 };
 
-void sell(Session& session, const Options& options) {
+void sell(Session& session, const VenderOptions& options) {
   flows::Station station = session.open();
   const flows::SalesResult result = flows::sell_from(station, options.file);
   if (options.form == Form::aligned) {
@@ -29,7 +29,7 @@ void sell(Session& session, const Options& options) {
 }  // namespace
 
 void add_vender(CLI::App& app, Session& session) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<VenderOptions>();
   CLI::App* command = add_command(app, session, "vender", "Registra as vendas de um arquivo, cupom a cupom",
                                   [&session, options] { sell(session, *options); });
   command->add_option("vendas", options->file, "arquivo CSV das vendas")->required()->check(CLI::ExistingFile);
