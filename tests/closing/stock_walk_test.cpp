@@ -8,7 +8,7 @@ namespace posto {
 namespace {
 
 // One movement from an opening position: what the row should hold and what is carried on.
-struct Case {
+struct StoredWalk {
   const char* name;
   StockPosition opening;
   StockMovement movement;
@@ -17,7 +17,7 @@ struct Case {
 };
 
 TEST(StockWalk, OneMovement) {
-  const Case cases[] = {
+  const StoredWalk cases[] = {
       // (10 * 4 + 10 * 2) / 20; 10 * 4 * 0.18 / 20 + 10 * 0.2 / 20
       {"a purchase is weighted", {10, 2, 0.2f}, {10, 10, 4, 18}, {20, 3, 0.46}, {20, 3, 0.46f}},
       {"so are a return and a packing in", {10, 2, 0}, {13, 10, 4, 0}, {20, 3, 0}, {20, 3, 0}},
@@ -36,7 +36,7 @@ TEST(StockWalk, OneMovement) {
       {"a hole among the types", {3, 2, 0.5f}, {22, 1, 7, 18}, {0, 0, 0}, {0, 0, 0}},
       {"a negative average is carried as 0", {-3, -2, -0.5f}, {20, 1, 7, 0}, {-4, -2, -0.5}, {-4, 0, 0}},
   };
-  for (const Case& c : cases) {
+  for (const StoredWalk& c : cases) {
     SCOPED_TRACE(c.name);
     StockWalk walk(c.opening);
     const StockFigures row = walk.take(c.movement);

@@ -29,7 +29,7 @@ constexpr std::string_view kShift = "Cd_PessoaUsuaria, Cd_Funcionario, No_Sequen
 std::string no_text;
 
 // What an examination passes over, what it finds, and the columns of what it found.
-struct Case {
+struct VerificationCase {
   const char* name;
   std::function<Recordset(DALFecDiario&)> ask;
   std::vector<Rows> passes, faults;
@@ -37,7 +37,7 @@ struct Case {
   const char* found;
 };
 
-const Case kCases[] = {
+const VerificationCase kCases[] = {
     {"rsCupomFiscalSemItem",
      [](DALFecDiario& c) { return c.rsCupomFiscalSemItem(kDay); },
      {{"CupomFiscal",
@@ -203,10 +203,10 @@ class VerificationTest : public ClosingTest {
   }
 };
 
-class Verifications : public VerificationTest, public ::testing::WithParamInterface<Case> {};
+class Verifications : public VerificationTest, public ::testing::WithParamInterface<VerificationCase> {};
 
 TEST_P(Verifications, PassesWhatIsRightAndFindsWhatIsNot) {
-  const Case& c = GetParam();
+  const VerificationCase& c = GetParam();
   add(c.passes);
   EXPECT_EQ(found(c.ask(closing_), c.columns), "");
   add(c.faults);

@@ -320,7 +320,7 @@ TEST_F(Settings, ChangesTouchNothingElse) {
   EXPECT_TRUE(text.starts_with("; mine\n[Outro]\nX=1\n[software]\nRLDll=kept\nNm_RLDll=p1:"));
   EXPECT_TRUE(text.ends_with("\n[VENDA]\nNo_TipoInterface = 2\n\n[Persistencia]\nSource=veja arquivo source\n"));
 
-  for (const auto& [name, value] :
+  for (const auto& setting :
        std::vector<std::pair<const char*, std::string>>{{"Venda.No_TipoInterface", "256"},
                                                         {"Venda.No_TipoInterface", "x"},
                                                         {"EmpresaUsuaria.Ic_GravarLog", "sim"},
@@ -333,10 +333,10 @@ TEST_F(Settings, ChangesTouchNothingElse) {
                                                         {"Persistencia.Source", "日"},
                                                         {"Persistencia.Source", "a\nb"},
                                                         {"Persistencia.Ds_SenhaDB", std::string(159, 'x')}}) {
-    const auto failure = failure_of([&] { change({{"Venda.Ic_PararNaQuantidade", "1"}, {name, value}}); });
-    ASSERT_TRUE(failure) << name << "=" << value;
+    const auto failure = failure_of([&] { change({{"Venda.Ic_PararNaQuantidade", "1"}, setting}); });
+    ASSERT_TRUE(failure) << setting.first << "=" << setting.second;
     EXPECT_EQ(failure->number(), erro::kRuleViolation);
-    EXPECT_TRUE(failure->description().starts_with(std::string(name) + ": o valor não é "));
+    EXPECT_TRUE(failure->description().starts_with(std::string(setting.first) + ": o valor não é "));
     EXPECT_EQ(bytes(), text);
   }
   change({{"Venda.No_TipoInterface", ""}, {"Persistencia.Source", ""}});

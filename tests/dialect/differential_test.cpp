@@ -23,7 +23,7 @@ namespace {
 using Row = std::vector<std::string>;
 
 // Sums of floats depend on the order in which an engine adds.
-std::string shown(const Variant& value) {
+std::string compared(const Variant& value) {
   switch (value.kind()) {
     case VariantKind::Null:
       return "NULL";
@@ -59,7 +59,7 @@ Answer ask(Engine& engine, const std::string& batch) {
     std::vector<Cell> cells(columns.size());
     while (outcome.cursor->next(cells)) {
       Row& row = answer.rows.emplace_back();
-      for (std::size_t i = 0; i < cells.size(); ++i) row.push_back(shown(cell_value(cells[i], columns[i].type)));
+      for (std::size_t i = 0; i < cells.size(); ++i) row.push_back(compared(cell_value(cells[i], columns[i].type)));
     }
   } catch (const Erro& failure) {
     answer.failure = failure.number();

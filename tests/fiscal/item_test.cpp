@@ -28,7 +28,7 @@ VOItemCupomFiscal full_line() {
   return v;
 }
 
-constexpr std::string_view kInsertHead =
+constexpr std::string_view kInsertLine =
     "INSERT INTO ItemCupomFiscal (Cd_PessoaUsuaria,No_Impressora,No_CupomFiscal,Dt_Emissao,No_Item,Cd_Produto,"
     "Qt_Unidade,Vl_UnitTabela,Vl_UnitVenda,Vl_AltAut,Vl_AltDig,No_SitTributaria,Cd_Unidade,Tx_Icms,Tx_BaseCalculo,"
     "No_TribIcms,Cd_SisTubulacao,Cd_PonVen,Cd_CFOP,Cd_CompCFOP,Cd_Abastecimento,Cd_LancamentoCardex,Cd_Bomba,"
@@ -45,7 +45,7 @@ class ItemTest : public FiscalTest {
 
 TEST_F(ItemTest, InsertAndUpdateWriteTheSameLineDifferently) {
   asking(full_line()).Incluir();
-  EXPECT_EQ(item_.statement(), std::string(kInsertHead) +
+  EXPECT_EQ(item_.statement(), std::string(kInsertLine) +
                                    "1,2,1530,'2009-04-03',1,5,40.13000000,12345.679,2.500,-0.101,0.001,'060','LT',"
                                    "17.12500000,66.62500000,'6',2,4,'5929','01',4711,90213,3,9.876,0.26)");
   item_.Alterar();
@@ -63,7 +63,7 @@ TEST_F(ItemTest, InsertAndUpdateWriteTheSameLineDifferently) {
 TEST_F(ItemTest, WithoutValuesLinksAreNullAndFiguresZero) {
   const std::string key_and_figures = "0,0,'1899-12-30',0,Null,0.00000000,0.000,0.000,0.000,0.000,'','',";
   EXPECT_TRUE(failure_of([&] { asking({}).Incluir(); }));  // a company is required
-  EXPECT_EQ(item_.statement(), std::string(kInsertHead) + "Null," + key_and_figures +
+  EXPECT_EQ(item_.statement(), std::string(kInsertLine) + "Null," + key_and_figures +
                                    "0.00000000,0.00000000,'',Null,Null,'','',Null,Null,Null,0.000,0.00)");
   VOItemCupomFiscal v = line(coupon(1, 1), 1);
   v.Qt_Unidade = 0;

@@ -11,8 +11,6 @@
 namespace posto::flows {
 namespace {
 
-const Date kDay = Date::of_day(2026, 11, 23);
-
 void run(Station& station, std::initializer_list<const char*> statements) {
   for (const char* statement : statements) station.connection().Execute(statement);
 }
@@ -107,7 +105,7 @@ void set_line(Station& station, int coupon, int fuelling, int movement) {
   line.ObVO->Cd_PessoaUsuaria = 1;
   line.ObVO->No_Impressora = 1;
   line.ObVO->No_CupomFiscal = coupon;
-  line.ObVO->Dt_Emissao = kDay;
+  line.ObVO->Dt_Emissao = kFirstDay;
   line.ObVO->No_Item = 1;
   line.Consultar();
   line.ObVO->Cd_Abastecimento = fuelling;
@@ -201,10 +199,11 @@ class ClosingFlowTest : public ::testing::Test {
 
 TEST_F(ClosingFlowTest, ADayInWhichEverythingHoldsIsClosed) {
   std::string progress;
-  const Closing closing = close_day(
-      station_, kDay, {.user = "ANA", .progress = [&](std::size_t done, std::size_t total, const std::string& name) {
-                         progress += std::to_string(done) + "/" + std::to_string(total) + " " + name + ";";
-                       }});
+  const Closing closing =
+      close_day(station_, kFirstDay,
+                {.user = "ANA", .progress = [&](std::size_t done, std::size_t total, const std::string& name) {
+                   progress += std::to_string(done) + "/" + std::to_string(total) + " " + name + ";";
+                 }});
   EXPECT_TRUE(closing.closed);
   EXPECT_EQ(names(closing.refused) + names(closing.mended) + names(closing.accepted), "");
   EXPECT_EQ(progress, "0/2 GASOLINA;1/2 AGUA;");
@@ -212,22 +211,22 @@ TEST_F(ClosingFlowTest, ADayInWhichEverythingHoldsIsClosed) {
   EXPECT_EQ(rows("SELECT * FROM FecDiario"), "1,2026-11-23 00:00:00,2026-11-24 01:02:03,ANA\n");
 
   const std::string closed = closing_state(station_.connection());
-  const Closing again = close_day(station_, kDay, {.user = "RUI"});
+  const Closing again = close_day(station_, kFirstDay, {.user = "RUI"});
   EXPECT_TRUE(again.closed && again.was_closed);
   EXPECT_EQ(closing_state(station_.connection()), closed);
 
-  EXPECT_TRUE(reopen_day(station_, kDay));
-  EXPECT_FALSE(reopen_day(station_, kDay));
+  EXPECT_TRUE(reopen_day(station_, kFirstDay));
+  EXPECT_FALSE(reopen_day(station_, kFirstDay));
   EXPECT_EQ(rows("SELECT Count(*) FROM FecDiario"), "0\n");
-  EXPECT_TRUE(close_day(station_, kDay, {.user = "RUI"}).closed);
+  EXPECT_TRUE(close_day(station_, kFirstDay, {.user = "RUI"}).closed);
 }
 
 TEST_F(ClosingFlowTest, EachFaultIsNamedAloneAndItsCorrectionClosesTheDay) {
   for (const Fault& fault : kFaults) {
     SCOPED_TRACE(fault.finding);
-    reopen_day(station_, kDay);
+    reopen_day(station_, kFirstDay);
     fault.plant(station_);
-    Closing closing = close_day(station_, kDay);
+    Closing closing = close_day(station_, kFirstDay);
     if (*fault.finding == '\0') {
       EXPECT_TRUE(closing.closed);
       EXPECT_EQ(names(closing.mended), "CorrigeProblemaIntervaloNosAbastecimentosDigitados(1) ");
@@ -239,14 +238,14 @@ TEST_F(ClosingFlowTest, EachFaultIsNamedAloneAndItsCorrectionClosesTheDay) {
     EXPECT_EQ(names(closing.refused), std::string(fault.finding) + "(1) ");
     EXPECT_EQ(rows("SELECT Count(*) FROM FecDiario"), "0\n");
     fault.correct(station_);
-    closing = close_day(station_, kDay);
+    closing = close_day(station_, kFirstDay);
     EXPECT_TRUE(closing.closed) << names(closing.refused);
   }
 }
 
 TEST_F(ClosingFlowTest, AllFaultsAtOnceAreNamedAndNothingElse) {
   for (const Fault& fault : kFaults) fault.plant(station_);
-  Closing closing = close_day(station_, kDay);
+  Closing closing = close_day(station_, kFirstDay);
   EXPECT_FALSE(closing.closed);
   EXPECT_EQ(names(closing.refused),
             "VerificarSequenciaDeVendasComGtEcf(1) RsItemCupomFiscalSemCardex(1) Rs_BaixaAbastecimentoDuplicidade(1) "
@@ -256,27 +255,27 @@ TEST_F(ClosingFlowTest, AllFaultsAtOnceAreNamedAndNothingElse) {
   EXPECT_NE(closing.refused[0].text.find("Diferença de: -65,00 entre os cupons fiscais 101 e 103 da impressora 1."),
             std::string::npos);
   for (const Fault& fault : kFaults) fault.correct(station_);
-  EXPECT_TRUE(close_day(station_, kDay).closed);
+  EXPECT_TRUE(close_day(station_, kFirstDay).closed);
 }
 
 TEST_F(ClosingFlowTest, WhatIsAcceptedByNameIsKeptWithWhoAcceptedIt) {
   run(station_,
       {"UPDATE Caixa SET Cd_Situacao = 1", "UPDATE CupomFiscal SET Vl_TotalLiquido = 66 WHERE No_CupomFiscal = 102"});
-  Closing closing = close_day(station_, kDay, {.accepted = {"Rs_CaixaNaoFechado"}, .user = "ANA"});
+  Closing closing = close_day(station_, kFirstDay, {.accepted = {"Rs_CaixaNaoFechado"}, .user = "ANA"});
   EXPECT_FALSE(closing.closed);
   EXPECT_EQ(names(closing.accepted), "Rs_CaixaNaoFechado(1) ");
   const std::string others = "VerificarSequenciaDeVendasComGtEcf(1) RsSomaDeCupomEItens(1) Rs_RecebimentosETroco(1) ";
   EXPECT_EQ(names(closing.refused), others);
   EXPECT_EQ(rows("SELECT Count(*) FROM AceiteFecDiario"), "0\n");
-  EXPECT_THROW(close_day(station_, kDay, {.accepted = {"Rs_Nenhuma"}, .user = "ANA"}), Erro);
-  EXPECT_THROW(close_day(station_, kDay, {.accepted = {"Rs_CaixaNaoFechado"}}), Erro);
+  EXPECT_THROW(close_day(station_, kFirstDay, {.accepted = {"Rs_Nenhuma"}, .user = "ANA"}), Erro);
+  EXPECT_THROW(close_day(station_, kFirstDay, {.accepted = {"Rs_CaixaNaoFechado"}}), Erro);
 
-  closing = close_day(station_, kDay,
+  closing = close_day(station_, kFirstDay,
                       {.accepted = {"Rs_CaixaNaoFechado", "VerificarSequenciaDeVendasComGtEcf", "RsSomaDeCupomEItens",
                                     "Rs_RecebimentosETroco", "RsCardexSemVenda"},
                        .user = "ANA"});
   EXPECT_TRUE(closing.closed) << names(closing.refused);
-  reopen_day(station_, kDay);  // what was accepted stays on record; what was not there was not accepted
+  reopen_day(station_, kFirstDay);  // what was accepted stays on record; what was not there was not accepted
   EXPECT_EQ(
       rows("SELECT Nm_Verificacao, Qt_Ocorrencias, Nm_Usuario, Dt_Aceite FROM AceiteFecDiario ORDER BY No_Aceite"),
       "VerificarSequenciaDeVendasComGtEcf,1,ANA,2026-11-24 01:02:03\n"
@@ -295,7 +294,7 @@ TEST_F(ClosingFlowTest, DeletedCouponsAndLinesAreNobodysBusiness) {
        "Values (2, 1, 98, '2026-11-23', 10, 21)",  // another company's
        "INSERT INTO ItemCupomFiscal (Cd_PessoaUsuaria, No_Impressora, No_CupomFiscal, Dt_Emissao, No_Item, Cd_Produto, "
        "Qt_Unidade, Vl_UnitVenda, Ic_Excluido) Values (1, 1, 101, '2026-11-23', 2, 1, 10, 6, -1)"});
-  const Closing closing = close_day(station_, kDay);
+  const Closing closing = close_day(station_, kFirstDay);
   EXPECT_TRUE(closing.closed) << names(closing.refused);
 }
 
@@ -311,7 +310,7 @@ TEST_F(ClosingFlowTest, OtherFindingsOfTheCaller) {
        // the first fuelling does not go on from the day before; the automation's readings are not mended
        "INSERT INTO Abastecimento (Cd_PessoaUsuaria, Cd_Abastecimento, Tp_OrigemRegistro, Dt_Termino, Qt_Litros, "
        "No_EncerranteFechamento, De_EnderecoLogicoBico) Values (1, 4, 1, '2026-11-22 23:00:00', 5, 99995, '04')"});
-  EXPECT_EQ(names(close_day(station_, kDay).refused),
+  EXPECT_EQ(names(close_day(station_, kFirstDay).refused),
             "Rs_SomaDeRecebimentoPorCupom(1) RsCardexSemVenda(1) VerificarSequenciaDeAbastecimentos(1) ");
 }
 
@@ -320,15 +319,15 @@ TEST_F(ClosingFlowTest, AProductThatCannotBeProvedRefusesTheDay) {
   run(station_,
       {"INSERT INTO Cardex (Cd_PessoaUsuaria, Cd_LancamentoCardex, Dt_Emissao, No_Tipo, Qt_Unidade, Cd_Produto, "
        "Qt_Estoque, Vl_CustoMedio) Values (1, 9, '2026-11-22', 21, 10, 1, 900, 5)"});
-  Closing closing = close_day(station_, kDay);
+  Closing closing = close_day(station_, kFirstDay);
   EXPECT_FALSE(closing.closed);
   EXPECT_EQ(names(closing.refused), "ConferirCalculoEstoque(1) ");
   EXPECT_EQ(closing.products.at(0).attempts, 3);
   EXPECT_EQ(closing.products.at(1).attempts, 1);
   // the tolerance of a fuel is wide enough from the nineteenth attempt on
-  EXPECT_EQ(recalculate(station_, kDay, {.product = 1, .attempts = 30}).at(0).attempts, 19);
+  EXPECT_EQ(recalculate(station_, kFirstDay, {.product = 1, .attempts = 30}).at(0).attempts, 19);
   EXPECT_TRUE(recalculate(station_, Date::of_day(2026, 11, 22)).at(0).proved);
-  EXPECT_TRUE(close_day(station_, kDay).closed);
+  EXPECT_TRUE(close_day(station_, kFirstDay).closed);
   EXPECT_EQ(rows("SELECT Qt_Estoque FROM Produto WHERE Cd_Produto = 1"), "955\n");
 }
 
@@ -344,7 +343,7 @@ TEST(ClosingCut, ACutClosingRunAgainEndsLikeAnUncutOne) {
                   .work =
                       [](Station& station) {
                         const Closing closing =
-                            close_day(station, kDay, {.accepted = {"Rs_CaixaNaoFechado"}, .user = "ANA"});
+                            close_day(station, kFirstDay, {.accepted = {"Rs_CaixaNaoFechado"}, .user = "ANA"});
                         EXPECT_TRUE(closing.closed) << names(closing.refused);
                       },
                   .state = closing_state});

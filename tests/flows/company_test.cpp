@@ -14,7 +14,6 @@ namespace posto::flows {
 namespace {
 
 const Date kToday = Date::of_day(2026, 11, 24);
-const Date kDay = Date::of_day(2026, 11, 23);
 
 // Customers and products of a company whose work can be cut.
 class CompanyFlowTest : public ::testing::Test {
@@ -96,28 +95,29 @@ TEST_F(CompanyFlowTest, ACutBlockRunAgainEndsLikeAnUncutOne) {
 // 8.5 at 5 is 42.50; 3 at 20.125 is 60.375, which the server rounds up
 TEST_F(CompanyFlowTest, ConsolidatedStockWithItsTotal) {
   Station station = filled_station();
-  const ConsolidatedStock stock = consolidar(station, kDay, form_, true);
+  const ConsolidatedStock stock = consolidar(station, kFirstDay, form_, true);
   ASSERT_EQ(stock.products.size(), 2u);
   EXPECT_EQ(stock.products[0].name, "Óleo A");
   EXPECT_EQ(stock.products[0].quantity, 8.5);
   EXPECT_EQ(stock.products[1].total.text(), "60.3800");
   EXPECT_EQ(stock.total.text(), "102.8800");
-  EXPECT_EQ(consolidar(station, kDay, form_).products.size(), 3u);
+  EXPECT_EQ(consolidar(station, kFirstDay, form_).products.size(), 3u);
 }
 
 TEST_F(CompanyFlowTest, ACutConsolidationRunAgainEndsLikeAnUncutOne) {
-  cut([this](Station& station) { consolidar(station, kDay, form_, true); }, true);
+  cut([this](Station& station) { consolidar(station, kFirstDay, form_, true); }, true);
 }
 
 // The class's own sequences, without a transaction around them: each begins by taking away what it is about to write.
 TEST_F(CompanyFlowTest, CutSequencesWithoutATransactionCanRunAgain) {
-  cut([this](Station& station) { DALEmpresaUsuaria(station.settings).PreparaEstoqueConsolidadoFechado(kDay, form_); },
+  cut([this](
+          Station& station) { DALEmpresaUsuaria(station.settings).PreparaEstoqueConsolidadoFechado(kFirstDay, form_); },
       false);
   cut(
       [](Station& station) {
         DALEmpresaUsuaria company(station.settings);
-        for (auto rs = company.rsProdutosComVendaNoCardexAtePeriodo(kDay); !rs.EOF(); rs.MoveNext()) {
-          company.BuscaEGravaEstoqueConsolidado(kDay, rs["Cd_Produto"].as<std::int32_t>(), 1000);
+        for (auto rs = company.rsProdutosComVendaNoCardexAtePeriodo(kFirstDay); !rs.EOF(); rs.MoveNext()) {
+          company.BuscaEGravaEstoqueConsolidado(kFirstDay, rs["Cd_Produto"].as<std::int32_t>(), 1000);
         }
       },
       false);

@@ -12,7 +12,6 @@ namespace posto::flows {
 namespace {
 
 constexpr const char* kHeader = "bico,contador,termino,segundos,litros,preco,total,encerrante\n";
-const Date kDay = Date::of_day(2026, 11, 23);
 
 std::string number(double value, const char* pattern) { return format_number(value, pattern, kPointLocale); }
 
@@ -47,7 +46,7 @@ TEST_F(ImportTest, TheSampleDayGivesTheExpectedFigures) {
   EXPECT_EQ(result.rejected, 10u);
 
   std::map<std::string, NozzlePosition> nozzles;
-  for (auto& p : nozzle_positions(station_, kDay, kDay)) nozzles[p.address] = p;
+  for (auto& p : nozzle_positions(station_, kFirstDay, kFirstDay)) nozzles[p.address] = p;
   for (const auto& row : expected("encerrantes.csv")) {
     const NozzlePosition& p = nozzles.at(row[0]);
     EXPECT_EQ(number(p.opening, "0.000"), row[1]) << row[0];
@@ -57,7 +56,7 @@ TEST_F(ImportTest, TheSampleDayGivesTheExpectedFigures) {
     EXPECT_LT(std::abs(p.difference()), 0.0005) << row[0];
   }
   std::map<std::string, ProductPosition> products;
-  for (auto& p : product_positions(station_, Date::of_day(2026, 11, 1), kDay)) products[p.bar_code] = p;
+  for (auto& p : product_positions(station_, Date::of_day(2026, 11, 1), kFirstDay)) products[p.bar_code] = p;
   for (const auto& row : expected("estoque.csv")) {
     const ProductPosition& p = products.at(row[0]);
     EXPECT_EQ(number(p.in, "0.000"), row[2]) << row[1];

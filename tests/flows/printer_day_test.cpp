@@ -10,8 +10,6 @@
 namespace posto::flows {
 namespace {
 
-const Date kDay = Date::of_day(2026, 11, 23);
-
 // Printer 2 with totalisers of 17, 12 and (services) 3 per cent, at 1,000.00 and 411 reductions on the evening before.
 // Its day, by hand:
 //   10: gasoline 10 x 5.999 = 59.99 and oil 2 x 20.005 = 40.01, less 10.00: a factor of 0.1, net 53.99 and 36.01
@@ -83,7 +81,7 @@ class PrinterDayTest : public ::testing::Test {
 };
 
 TEST_F(PrinterDayTest, TheDayByHand) {
-  const PrinterDay day = reduce_printer_day(station_, 2, kDay);
+  const PrinterDay day = reduce_printer_day(station_, 2, kFirstDay);
   EXPECT_EQ(joined(day.findings), "");
   EXPECT_EQ(day.figures.coupons, 4);
   EXPECT_EQ(day.figures.cancelled, 1);
@@ -111,16 +109,16 @@ TEST_F(PrinterDayTest, TheDayByHand) {
 }
 
 TEST_F(PrinterDayTest, ASecondRunWritesTheSameAtAnotherTime) {
-  reduce_printer_day(station_, 2, kDay);
+  reduce_printer_day(station_, 2, kFirstDay);
   const std::string once = state(station_.connection());
   ClockOverride later(Date::of_moment(2026, 11, 25, 9, 0, 0));
-  EXPECT_EQ(joined(reduce_printer_day(station_, 2, kDay).findings), "");
+  EXPECT_EQ(joined(reduce_printer_day(station_, 2, kFirstDay).findings), "");
   EXPECT_EQ(state(station_.connection()), once);
 }
 
 TEST_F(PrinterDayTest, ACutRunAgainEndsLikeAnUncutOne) {
   cut_everywhere({.fill = fill,
-                  .work = [](Station& station) { reduce_printer_day(station, 2, kDay); },
+                  .work = [](Station& station) { reduce_printer_day(station, 2, kFirstDay); },
                   .state = state,
                   .check_cut =
                       [](Connection& connection) {
@@ -157,17 +155,17 @@ TEST_F(PrinterDayTest, WhatDoesNotAgreeIsFound) {
     StationDatabase database;
     Station station = filled(database);
     station.connection().Execute(c.statement);
-    EXPECT_EQ(joined(reduce_printer_day(station, 2, kDay).findings), c.findings);
+    EXPECT_EQ(joined(reduce_printer_day(station, 2, kFirstDay).findings), c.findings);
   }
 }
 
 TEST_F(PrinterDayTest, AMapThatTheCouponsLeftBehindIsFound) {
-  EXPECT_EQ(joined(printer_day(station_, 2, kDay).findings), "não há mapa resumo: a redução não foi feita\n");
-  reduce_printer_day(station_, 2, kDay);
-  EXPECT_EQ(joined(printer_day(station_, 2, kDay).findings), "");
+  EXPECT_EQ(joined(printer_day(station_, 2, kFirstDay).findings), "não há mapa resumo: a redução não foi feita\n");
+  reduce_printer_day(station_, 2, kFirstDay);
+  EXPECT_EQ(joined(printer_day(station_, 2, kFirstDay).findings), "");
   station_.connection().Execute(
       "UPDATE CupomFiscal SET Ic_Excluido = -1, Vl_TotalLiquido = 0 WHERE No_CupomFiscal = 13");
-  EXPECT_EQ(joined(printer_day(station_, 2, kDay).findings),
+  EXPECT_EQ(joined(printer_day(station_, 2, kFirstDay).findings),
             "cancelamentos: no mapa 50,01, nos cupons 71,56, diferença -21,55\n"
             "venda líquida: no mapa 144,05, nos cupons 122,50, diferença 21,55\n"
             "substituição tributária: no mapa 59,99, nos cupons 53,99, diferença 6,00\n"
@@ -176,7 +174,7 @@ TEST_F(PrinterDayTest, AMapThatTheCouponsLeftBehindIsFound) {
 
 TEST_F(PrinterDayTest, NothingComesOfADayWithoutCoupons) {
   const std::string before = state(station_.connection());
-  EXPECT_EQ(joined(reduce_printer_day(station_, 3, kDay).findings), "não há cupons da impressora neste dia\n");
+  EXPECT_EQ(joined(reduce_printer_day(station_, 3, kFirstDay).findings), "não há cupons da impressora neste dia\n");
   EXPECT_EQ(rows("SELECT * FROM ReducaoZ"), "");
   EXPECT_EQ(rows("SELECT Count(*) FROM MapaResumoECF"), "2\n");
 }
@@ -185,7 +183,7 @@ TEST_F(PrinterDayTest, APrintersFirstDayBeginsWhereItsCouponsDo) {
   station_.connection().Execute("DELETE FROM MapaResumoECF WHERE No_Impressora = 2");
   station_.connection().Execute("DELETE FROM ECF WHERE No_Impressora = 2");
   station_.connection().Execute("UPDATE CupomFiscal SET Qt_ContReducoes = Null, Vl_GTotal = Vl_GTotal - 700");
-  const PrinterDay day = reduce_printer_day(station_, 2, kDay);
+  const PrinterDay day = reduce_printer_day(station_, 2, kFirstDay);
   EXPECT_EQ(joined(day.findings), "a impressora não tem totalizador de serviços\n");
   EXPECT_EQ(shown(day.map->Vl_GTotalInicial), "300,00");
   EXPECT_EQ(day.map->Qt_ContReducoes, 1);
@@ -218,7 +216,7 @@ TEST_F(PrinterDayTest, DaysThatWereSoldAndCancelledHereAgree) {
     cancel_coupon(station_, {.printer = 2, .number = first + 2, .issued = Date::of_day(2026, 11, day)});
     cancel_line(station_, {.printer = 2, .number = first, .issued = Date::of_day(2026, 11, day)}, 2);
   }
-  reduce_printer_day(station_, 2, kDay);
+  reduce_printer_day(station_, 2, kFirstDay);
   for (int day : {24, 25}) {
     SCOPED_TRACE(day);
     const PrinterDay reduced = reduce_printer_day(station_, 2, Date::of_day(2026, 11, day));

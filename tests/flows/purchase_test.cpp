@@ -9,7 +9,7 @@
 namespace posto::flows {
 namespace {
 
-constexpr const char* kHeader =
+constexpr const char* kNoteHeader =
     "tipo_nf,numero,fornecedor,emissao,entrega,desconto,frete,despesas,total,produto,cfop,situacao,quantidade,unitario,"
     "desconto_item,icms,ipi,icms_st,descargas\n";
 
@@ -77,7 +77,7 @@ class PurchaseTest : public ::testing::Test {
     station_ = database_.open();
   }
   PurchaseResult take(const std::string& rows) {
-    return record_purchases(station_, folder_.write("nota.csv", kHeader + rows));
+    return record_purchases(station_, folder_.write("nota.csv", kNoteHeader + rows));
   }
   std::string asked(const std::string& query) { return rows_of(station_.connection(), query); }
   std::string stock() {
@@ -258,7 +258,7 @@ TEST_F(PurchaseTest, AnIssuedInvoiceIsCancelledInTwoForms) {
 }
 
 TEST_F(PurchaseTest, ACutFileTakenInAgainEndsLikeAnUncutOne) {
-  const std::string file = folder_.write("nota.csv", kHeader + Row{}.text());
+  const std::string file = folder_.write("nota.csv", kNoteHeader + Row{}.text());
   const std::string before = state(station_.connection());
   cut_everywhere({.fill = fill,
                   .work = [&](Station& station) { record_purchases(station, file); },
@@ -267,7 +267,7 @@ TEST_F(PurchaseTest, ACutFileTakenInAgainEndsLikeAnUncutOne) {
 }
 
 TEST_F(PurchaseTest, ACutCancellingRunAgainEndsLikeAnUncutOne) {
-  const std::string file = folder_.write("nota.csv", kHeader + Row{}.text());
+  const std::string file = folder_.write("nota.csv", kNoteHeader + Row{}.text());
   cut_everywhere({.fill =
                       [&](Station& station) {
                         fill(station);

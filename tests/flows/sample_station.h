@@ -17,6 +17,7 @@
 namespace posto::flows {
 
 inline const std::string kSample = std::string(POSTO_SOURCE_DIR) + "/sample";
+inline const Date kFirstDay = Date::of_day(2026, 11, 23);
 
 class TemporaryFolder {
  public:

@@ -17,7 +17,6 @@
 namespace posto::flows {
 
 inline const std::string kWeek = kSample + "/semana/";
-inline const Date kFirstDay = Date::of_day(2026, 11, 23);
 inline constexpr int kDays = 7;
 
 using Row = std::vector<std::string>;

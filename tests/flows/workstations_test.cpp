@@ -36,8 +36,8 @@ struct Nozzle {
   std::int64_t initial;  // totaliser in millilitres
 };
 // One more importer than nozzles: two of them take in the same files.
-constexpr std::array kNozzles{Nozzle{"04", 1'284'561'327}, Nozzle{"05", 693'108'945}, Nozzle{"08", 508'214'603},
-                              Nozzle{"09", 1'736'402'771}};
+constexpr std::array kNozzlesAtWork{Nozzle{"04", 1'284'561'327}, Nozzle{"05", 693'108'945}, Nozzle{"08", 508'214'603},
+                                    Nozzle{"09", 1'736'402'771}};
 constexpr int kImporters = 5, kPosters = 2, kReaders = 1;
 
 // What the processes tell each other and the test.
@@ -78,7 +78,7 @@ class WorkstationsTest : public ::testing::Test {
   }
 
   void import(Station& station, int n) {
-    const Nozzle& nozzle = kNozzles[static_cast<std::size_t>(n) % kNozzles.size()];
+    const Nozzle& nozzle = kNozzlesAtWork[static_cast<std::size_t>(n) % kNozzlesAtWork.size()];
     const int file = shared_->imported[n];
     std::string lines = std::string(kReadingHeader) + "\n";
     for (int i = 1; i <= kReadingsInFile; ++i) {
@@ -216,11 +216,11 @@ TEST_F(WorkstationsTest, AKilledProcessTakesNothingWithIt) {
     const int fuellings = check();
     if (HasFailure()) return;
     EXPECT_GE(fuellings, shared_->stored);
-    for (std::size_t n = 0; n < kNozzles.size(); ++n) {
+    for (std::size_t n = 0; n < kNozzlesAtWork.size(); ++n) {
       Station station = database_.open();
       const std::string deliveries = rows_of(
-          station.connection(),
-          fmt::format("SELECT Count(*) FROM Abastecimento WHERE De_EnderecoLogicoBico = '{}'", kNozzles[n].address));
+          station.connection(), fmt::format("SELECT Count(*) FROM Abastecimento WHERE De_EnderecoLogicoBico = '{}'",
+                                            kNozzlesAtWork[n].address));
       EXPECT_GE(std::stoi(deliveries), shared_->imported[n] * kReadingsInFile);
     }
   }
