@@ -44,8 +44,8 @@ std::size_t ShapeHash::operator()(std::string_view text) const {
 
 std::string_view own_part(std::string_view batch, const tsql::CompiledStatement& statement,
                           const std::vector<tsql::Literal>& literals) {
-  const std::size_t begin = statement.begin.offset(literals);
-  return batch.substr(begin, statement.end.offset(literals) - begin);
+  const std::size_t begin = statement.begin.offset(batch, literals);
+  return batch.substr(begin, statement.end.offset(batch, literals) - begin);
 }
 
 }  // namespace posto

@@ -1,22 +1,28 @@
 #include "posto/tsql/compiled.h"
 
+#include <algorithm>
+
 #include "posto/tsql/parser.h"
 
 namespace posto::tsql {
 
-BatchPlace::BatchPlace(std::string_view batch, const std::vector<Literal>& literals, std::size_t offset)
-    : other_bytes_(offset) {
-  for (const Literal& literal : literals) {
-    if (literal.raw.data() >= batch.data() + offset) break;
-    ++literals_;
-    other_bytes_ -= literal.raw.size();
-  }
+namespace {
+
+std::size_t end_of(const Literal& literal, std::string_view batch) {
+  return static_cast<std::size_t>(literal.raw.data() - batch.data()) + literal.raw.size();
 }
 
-std::size_t BatchPlace::offset(const std::vector<Literal>& literals) const {
-  std::size_t bytes = other_bytes_;
-  for (std::size_t i = 0; i < literals_; ++i) bytes += literals[i].raw.size();
-  return bytes;
+}  // namespace
+
+BatchPlace::BatchPlace(std::string_view batch, const std::vector<Literal>& literals, std::size_t offset) {
+  const auto behind = std::ranges::partition_point(
+      literals, [&](const Literal& literal) { return literal.raw.data() < batch.data() + offset; });
+  literals_ = static_cast<std::size_t>(behind - literals.begin());
+  bytes_ = offset - (literals_ == 0 ? 0 : end_of(literals[literals_ - 1], batch));
+}
+
+std::size_t BatchPlace::offset(std::string_view batch, const std::vector<Literal>& literals) const {
+  return bytes_ + (literals_ == 0 ? 0 : end_of(literals[literals_ - 1], batch));
 }
 
 bool CompiledBatch::serves(const std::vector<Literal>& literals) const {

@@ -41,11 +41,11 @@ class BatchPlace {
   // The place that is `offset` bytes into `batch`, whose literals these are.
   BatchPlace(std::string_view batch, const std::vector<Literal>& literals, std::size_t offset);
   // Its bytes from the start of a batch with these literals.
-  std::size_t offset(const std::vector<Literal>& literals) const;
+  std::size_t offset(std::string_view batch, const std::vector<Literal>& literals) const;
 
  private:
   std::size_t literals_ = 0;  // that stand in front of it
-  std::size_t other_bytes_ = 0;
+  std::size_t bytes_ = 0;     // from the end of the last of these, or from the start
 };
 
 struct CompiledStatement {
