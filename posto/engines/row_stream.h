@@ -1,6 +1,7 @@
 // The rows of a running statement: read as they are asked for, or taken in at once where the connection is needed.
 #pragma once
 
+#include <cmath>
 #include <memory>
 #include <optional>
 #include <span>
@@ -14,6 +15,11 @@ namespace posto {
 
 // A number that came from the database and that its column's type has no room for: 0x80040E57.
 [[noreturn]] void raise_no_room(const ResultColumn& column, std::string_view provider);
+// The same for a float that is infinite or no number, which no column has room for.
+inline double require_finite(double value, const ResultColumn& column, std::string_view provider) {
+  if (!std::isfinite(value)) raise_no_room(column, provider);
+  return value;
+}
 
 class RowStream : public Cursor {
  public:

@@ -90,7 +90,7 @@ std::optional<std::int64_t> parse_scaled(std::string_view text, bool& exact) {
   for (int d = decimals < 0 ? 0 : decimals; d < 4; ++d) {
     if (__builtin_mul_overflow(scaled, 10, &scaled)) return std::nullopt;
   }
-  if (up) ++scaled;
+  if (up && __builtin_add_overflow(scaled, 1, &scaled)) return std::nullopt;
   return negative ? -scaled : scaled;
 }
 
@@ -108,6 +108,12 @@ void set_text(BoundValue& out, std::string_view value) {
   out.kind = BoundValue::Kind::text;
   out.text = value;
   out.lasts = false;
+}
+
+// A float that is to be kept; a column holds neither an infinity nor what is no number.
+void set_finite(BoundValue& out, double value, const Parameter& p) {
+  if (!std::isfinite(value)) out_of_range(fmt::format("{}", value), p);
+  set_real(out, value);
 }
 
 double real_of(const Literal& literal, const Parameter& p) {
@@ -242,7 +248,7 @@ void bind_literal(const Literal& literal, const Parameter& p, const DateOrder& o
     case SqlType::money:
       return money_literal(literal, p, out);
     case SqlType::float32:
-      return set_real(out, static_cast<float>(real_of(literal, p)));
+      return set_finite(out, static_cast<float>(real_of(literal, p)), p);
     case SqlType::float64:
       return set_real(out, real_of(literal, p));
     case SqlType::date: {
@@ -259,7 +265,8 @@ void bind_literal(const Literal& literal, const Parameter& p, const DateOrder& o
 namespace {
 
 // A value that has its parameter's type already, as nearly all have. False for any other.
-bool bind_same_type(const Variant& value, SqlType type, BoundValue& out) {
+bool bind_same_type(const Variant& value, const Parameter& p, BoundValue& out) {
+  const SqlType type = p.type;
   switch (value.kind()) {
     case VariantKind::Boolean:
       if (type != SqlType::bit) return false;
@@ -279,7 +286,7 @@ bool bind_same_type(const Variant& value, SqlType type, BoundValue& out) {
       return true;
     case VariantKind::Float64:
       if (type != SqlType::float64) return false;
-      set_real(out, value.held<double>());
+      set_finite(out, value.held<double>(), p);
       return true;
     case VariantKind::Currency:
       if (type != SqlType::money) return false;
@@ -297,7 +304,7 @@ bool bind_same_type(const Variant& value, SqlType type, BoundValue& out) {
 }  // namespace
 
 void bind_variant(const Variant& value, const Parameter& p, const DateOrder& order, BoundValue& out) {
-  if (bind_same_type(value, p.type, out)) return;
+  if (bind_same_type(value, p, out)) return;
   if (value.is_null() || value.is_empty()) {
     out.kind = BoundValue::Kind::null;
     return;
@@ -318,9 +325,9 @@ void bind_variant(const Variant& value, const Parameter& p, const DateOrder& ord
       case SqlType::money:
         return set_integer(out, value.as<Currency>().scaled());
       case SqlType::float32:
-        return set_real(out, value.as<float>());
+        return set_finite(out, value.as<float>(), p);
       case SqlType::float64:
-        return set_real(out, value.as<double>());
+        return set_finite(out, value.as<double>(), p);
       case SqlType::date:
         return bind_date(value.as<Date>(), out);
       case SqlType::text:

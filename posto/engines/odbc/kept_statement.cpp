@@ -87,7 +87,7 @@ KeptStatement::Running& KeptStatement::run(std::string_view text, const Values& 
 void KeptStatement::run_as_written(Running& running, std::string_view text, const Values& values) {
   if (!running.prepared) running.command.prepare(with_places(), text);
   running.prepared = true;
-  running.parameters.fill(running.command.handle(), values);
+  running.parameters.fill(running.command, values);
   running.command.execute_prepared(text);
 }
 
@@ -97,7 +97,7 @@ void KeptStatement::run_to_the_letter(Running& running, std::string_view text, c
   if (values.all().empty()) return running.command.execute(text, text);
   if (!running.prepared) running.command.prepare(text, text);
   running.prepared = true;
-  running.parameters.fill(running.command.handle(), values);
+  running.parameters.fill(running.command, values);
   running.command.execute_prepared(text);
 }
 

@@ -182,8 +182,8 @@ void Command::finish(std::string_view told) {
 
 void Command::close() noexcept { SQLFreeStmt(statement_, SQL_CLOSE); }
 
-void Command::set_attribute(SQLINTEGER attribute, SQLULEN value) const {
-  SQLSetStmtAttrW(statement_, attribute, as_pointer(value), 0);
+SQLRETURN Command::set_attribute(SQLINTEGER attribute, SQLULEN value) const {
+  return SQLSetStmtAttrW(statement_, attribute, as_pointer(value), 0);
 }
 
 void Command::set_timeout(std::int32_t seconds) {

@@ -75,7 +75,7 @@ class Command {
   std::int64_t row_count() const { return row_count_; }
   // Gives up what is left; values and columns stay bound.
   void close() noexcept;
-  void set_attribute(SQLINTEGER attribute, SQLULEN value) const;
+  SQLRETURN set_attribute(SQLINTEGER attribute, SQLULEN value) const;
   void set_timeout(std::int32_t seconds);
 
  private:

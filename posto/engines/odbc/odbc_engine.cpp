@@ -154,7 +154,10 @@ std::int64_t OdbcEngine::rows_touched(KeptStatement& statement, KeptStatement::R
   std::int64_t given = 0;  // rows of an INSERT that gives its generated numbers
   std::optional<std::int64_t> identity;
   if (command.to_rows(text)) {
-    for (; SQL_SUCCEEDED(SQLFetch(command.handle())); ++given) {
+    for (;; ++given) {
+      const SQLRETURN fetched = SQLFetch(command.handle());
+      command.check(fetched, text);
+      if (fetched == SQL_NO_DATA) break;
       std::int64_t number = 0;
       SQLLEN length = 0;
       command.check(SQLGetData(command.handle(), 1, SQL_C_SBIGINT, &number, 0, &length), text);
@@ -248,13 +251,19 @@ void OdbcEngine::end_transaction(bool commit) {
   require_transaction();
   if (streaming_ != nullptr) std::exchange(streaming_, nullptr)->read_rest();
   in_transaction_ = false;
-  if (!commit) settings_sent_ = false;
-  link_.end_transaction(commit);
-  if (commit) {
-    session_.transaction_committed();
-  } else if (session_.transaction_rolled_back()) {
-    cache_.clear();
+  try {
+    link_.end_transaction(commit);
+    if (commit) return session_.transaction_committed();
+  } catch (const Erro&) {
+    forget_transaction();
+    throw;
   }
+  forget_transaction();
+}
+
+void OdbcEngine::forget_transaction() {
+  settings_sent_ = false;
+  if (session_.transaction_rolled_back()) cache_.clear();
 }
 
 void OdbcEngine::commit() { end_transaction(true); }

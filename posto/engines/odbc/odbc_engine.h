@@ -48,6 +48,7 @@ class OdbcEngine final : public DialectEngine<KeptStatement> {
   [[noreturn]] void fail(const Erro& failure, std::string_view text);
   void recover(const Erro& failure);
   void end_transaction(bool commit);
+  void forget_transaction();  // that was rolled back
   void require_transaction() const;
 
   Link link_;

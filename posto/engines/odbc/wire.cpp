@@ -104,29 +104,30 @@ void Values::add(const tsql::Parameter& p, const tsql::BoundValue& value) {
   }
 }
 
-void ParameterBlock::fill(SQLHSTMT statement, const Values& values) {
+void ParameterBlock::fill(const Command& command, const Values& values) {
   const auto all = values.all();
   slots_.resize(all.size());
   for (std::size_t i = 0; i < all.size(); ++i) {
     const Values::Value& value = all[i];
     Slot& slot = slots_[i];
     if (slot.bytes == nullptr || slot.c_type != value.c_type || slot.room < value.bytes.size()) {
-      bind(statement, static_cast<SQLUSMALLINT>(i + 1), slot, value);
+      bind(command, static_cast<SQLUSMALLINT>(i + 1), slot, value);
     }
     std::memcpy(slot.bytes.get(), value.bytes.data(), value.bytes.size());
     slot.length = value.null ? SQL_NULL_DATA : static_cast<SQLLEN>(value.bytes.size());
   }
 }
 
-void ParameterBlock::bind(SQLHSTMT statement, SQLUSMALLINT number, Slot& slot, const Values::Value& value) {
+void ParameterBlock::bind(const Command& command, SQLUSMALLINT number, Slot& slot, const Values::Value& value) {
   constexpr std::size_t kLeastRoom = 64;
   slot.room = std::max(kLeastRoom, value.bytes.size() * 2);
   slot.bytes = std::make_unique<char[]>(slot.room);
   slot.c_type = value.c_type;
   const std::size_t characters = value.bytes.size() / (value.c_type == SQL_C_WCHAR ? sizeof(char16_t) : 1);
   const SQLULEN size = value.sql_type != SQL_VARCHAR ? 0 : characters > kLongestText ? 0 : kLongestText;
-  SQLBindParameter(statement, number, SQL_PARAM_INPUT, value.c_type, value.sql_type, size, 0, slot.bytes.get(),
-                   static_cast<SQLLEN>(slot.room), &slot.length);
+  command.check(SQLBindParameter(command.handle(), number, SQL_PARAM_INPUT, value.c_type, value.sql_type, size, 0,
+                                 slot.bytes.get(), static_cast<SQLLEN>(slot.room), &slot.length),
+                {});
 }
 
 // --- reading
@@ -222,15 +223,17 @@ void RowBlock::bind() {
   if (!in_blocks_) return;
   states_.resize(rows);
   const SQLHSTMT statement = command_.handle();
-  command_.set_attribute(SQL_ATTR_ROW_BIND_TYPE, row_bytes_);
-  command_.set_attribute(SQL_ATTR_ROW_ARRAY_SIZE, rows);
-  SQLSetStmtAttrW(statement, SQL_ATTR_ROWS_FETCHED_PTR, &filled_, 0);
-  SQLSetStmtAttrW(statement, SQL_ATTR_ROW_STATUS_PTR, states_.data(), 0);
+  // A driver that refused one of these would give no rows, or the first of each block.
+  command_.check(command_.set_attribute(SQL_ATTR_ROW_BIND_TYPE, row_bytes_), {});
+  command_.check(command_.set_attribute(SQL_ATTR_ROW_ARRAY_SIZE, rows), {});
+  command_.check(SQLSetStmtAttrW(statement, SQL_ATTR_ROWS_FETCHED_PTR, &filled_, 0), {});
+  command_.check(SQLSetStmtAttrW(statement, SQL_ATTR_ROW_STATUS_PTR, states_.data(), 0), {});
   SQLUSMALLINT number = 0;
   for (const Field& field : fields_) {
     char* const at = rows_.get() + field.at;
-    SQLBindCol(statement, ++number, field.c_type, at + sizeof(SQLLEN), static_cast<SQLLEN>(field.room),
-               reinterpret_cast<SQLLEN*>(at));
+    command_.check(SQLBindCol(statement, ++number, field.c_type, at + sizeof(SQLLEN), static_cast<SQLLEN>(field.room),
+                              reinterpret_cast<SQLLEN*>(at)),
+                   {});
   }
 }
 
@@ -283,13 +286,13 @@ void RowBlock::take(std::size_t i, const char* at, SQLLEN length, Cell& cell) {
   const std::string_view provider = command_.server().name;
   switch (column.type) {
     case SqlType::float32:
-      cell.real = static_cast<float>(get_bytes<double>(at));
+      cell.real = require_finite(static_cast<float>(get_bytes<double>(at)), column, provider);
       break;
     case SqlType::float64:
-      cell.real = get_bytes<double>(at);
+      cell.real = require_finite(get_bytes<double>(at), column, provider);
       break;
     case SqlType::money:
-      cell.integer = scaled_of({at, static_cast<std::size_t>(length)}, column, provider);
+      cell.integer = scaled_of({at, strnlen(at, fields_[i].room)}, column, provider);  // cut behind many decimals
       break;
     case SqlType::date:
       cell.integer = millis_of(get_bytes<SQL_TIMESTAMP_STRUCT>(at), column, provider);

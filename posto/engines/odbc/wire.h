@@ -49,7 +49,7 @@ class Values {
 // Where a statement's values stand while it runs: bound once, then filled.
 class ParameterBlock {
  public:
-  void fill(SQLHSTMT statement, const Values& values);
+  void fill(const Command& command, const Values& values);
 
  private:
   struct Slot {
@@ -58,7 +58,7 @@ class ParameterBlock {
     std::unique_ptr<char[]> bytes;
     SQLLEN length = 0;
   };
-  void bind(SQLHSTMT statement, SQLUSMALLINT number, Slot& slot, const Values::Value& value);
+  static void bind(const Command& command, SQLUSMALLINT number, Slot& slot, const Values::Value& value);
 
   std::vector<Slot> slots_;
 };

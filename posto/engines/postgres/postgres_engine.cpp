@@ -74,7 +74,7 @@ class PostgresEngine::RunningCursor final : public RowStream {
   // Nothing is sent before the first row is asked for: a table that is opened to add to it is not read.
   void start() {
     started_ = true;
-    if (engine_->streaming_ != nullptr) std::exchange(engine_->streaming_, nullptr)->read_rest();
+    engine_->take_rows_in();
     engine_->send(statement_, values_, text_);
     engine_->link_.flush();
     engine_->link_.stream(text_);
@@ -177,13 +177,17 @@ void PostgresEngine::require_prepared(KeptStatement& statement, std::string_view
   if (statement.prepared) return;
   link_.send_prepare(statement.name(), statement.compiled().text, types_of(statement.compiled()));
   link_.flush();
+  finish(text);
+  statement.prepared = true;
+}
+
+std::vector<Result> PostgresEngine::finish(std::string_view text) {
   try {
-    link_.finish(text);
+    return link_.finish(text);
   } catch (const Erro& failure) {
     recover(failure);
     throw;
   }
-  statement.prepared = true;
 }
 
 std::size_t PostgresEngine::send(KeptStatement& statement, Values& values, std::string_view text) {
@@ -196,7 +200,7 @@ std::size_t PostgresEngine::send(KeptStatement& statement, Values& values, std::
 std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_view text, Markers markers) {
   const tsql::CompiledStatement& compiled = statement.compiled();
   bind(compiled, text, markers, values_);
-  if (streaming_ != nullptr) std::exchange(streaming_, nullptr)->read_rest();
+  take_rows_in();
   const auto started = Clock::now();
   const std::size_t own = send(statement, values_, text) - 1;
   if (in_transaction_) {
@@ -205,23 +209,18 @@ std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_v
   }
   link_.flush();
   std::int64_t rows = 0;
-  try {
-    const std::vector<Result> results = link_.finish(text);
-    const PGresult* result = results[own].get();
-    if (!tsql::defines_table(compiled.kind)) rows = std::atoll(PQcmdTuples(const_cast<PGresult*>(result)));
-    if (compiled.kind == tsql::StatementKind::insert && rows > 0) {
-      session_.last_identity.reset();
-      const int last = PQntuples(result) - 1;
-      if (last >= 0) {
-        Cell cell;
-        static const ResultShape kNumber({{.name = "identity"}}, nullptr);
-        read_row(result, last, kNumber, {&cell, 1});
-        session_.last_identity = cell.integer;
-      }
+  const std::vector<Result> results = finish(text);
+  const PGresult* result = results[own].get();
+  if (!tsql::defines_table(compiled.kind)) rows = std::atoll(PQcmdTuples(const_cast<PGresult*>(result)));
+  if (compiled.kind == tsql::StatementKind::insert && rows > 0) {
+    session_.last_identity.reset();
+    const int last = PQntuples(result) - 1;
+    if (last >= 0) {
+      Cell cell;
+      static const ResultShape kNumber({{.name = "identity"}}, nullptr);
+      read_row(result, last, kNumber, {&cell, 1});
+      session_.last_identity = cell.integer;
     }
-  } catch (const Erro& failure) {
-    recover(failure);
-    throw;
   }
   if (session_.drops_table(compiled)) cache_.clear();
   if (observer_) observer_({text, compiled.text, Clock::now() - started, rows});
@@ -232,7 +231,7 @@ std::int64_t PostgresEngine::run_writing(KeptStatement& statement, std::string_v
 std::string PostgresEngine::explain(std::string_view statement) {
   std::string plan;
   const auto batch = compiled(statement);
-  if (streaming_ != nullptr) std::exchange(streaming_, nullptr)->read_rest();
+  take_rows_in();
   for (KeptStatement& kept : batch->statements) {
     const tsql::CompiledStatement& compiled = kept.compiled();
     if (compiled.text.empty() || tsql::defines_table(compiled.kind)) continue;
@@ -244,7 +243,7 @@ std::string PostgresEngine::explain(std::string_view statement) {
     link_.send(("EXPLAIN (COSTS off) EXECUTE " + kept.name() + (nulls.empty() ? "" : nulls + ")")).c_str());
     link_.send("SELECT set_config('plan_cache_mode', 'auto', false)");
     link_.flush();
-    const std::vector<Result> results = link_.finish(statement);
+    const std::vector<Result> results = finish(statement);
     const PGresult* lines = results[commands + 1].get();
     for (int i = 0; i < PQntuples(lines); ++i) plan += std::string(PQgetvalue(lines, i, 0)) + '\n';
   }
@@ -260,11 +259,15 @@ void PostgresEngine::set_command_timeout(std::int32_t seconds) {
 // --- transactions
 // -------------------------------------------------------------------------------------------------------
 
-void PostgresEngine::run_own(std::initializer_list<const char*> commands) {
+void PostgresEngine::take_rows_in() {
   if (streaming_ != nullptr) std::exchange(streaming_, nullptr)->read_rest();
+}
+
+std::vector<Result> PostgresEngine::run_own(std::initializer_list<const char*> commands) {
+  take_rows_in();
   for (const char* command : commands) link_.send(command);
   link_.flush();
-  link_.finish(*commands.begin());
+  return link_.finish(*commands.begin());
 }
 
 void PostgresEngine::recover(bool connection_good) {
@@ -287,16 +290,29 @@ void PostgresEngine::require_transaction() const {
 
 void PostgresEngine::commit() {
   require_transaction();
+  take_rows_in();  // while a failure of theirs does not end the transaction
   in_transaction_ = false;
-  run_own({"COMMIT"});
-  session_.transaction_committed();
+  std::string done;
+  try {
+    done = PQcmdStatus(run_own({"COMMIT"}).back().get());
+  } catch (const Erro&) {
+    forget_transaction();
+    throw;
+  }
+  if (done == "COMMIT") return session_.transaction_committed();
+  forget_transaction();  // the server rolls a transaction back that has failed, and calls that no failure
+  throw Erro(erro::kProviderFailure, "PostgreSQL", "A transação foi desfeita pelo servidor");
 }
 
 void PostgresEngine::rollback() {
   require_transaction();
   in_transaction_ = false;
-  settings_sent_ = false;
+  forget_transaction();
   run_own({"ROLLBACK"});
+}
+
+void PostgresEngine::forget_transaction() {
+  settings_sent_ = false;
   if (session_.transaction_rolled_back()) cache_.clear();
 }
 

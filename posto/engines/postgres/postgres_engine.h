@@ -43,11 +43,16 @@ class PostgresEngine final : public DialectEngine<KeptStatement> {
   std::size_t send(KeptStatement& statement, Values& values, std::string_view text);
   void require_prepared(KeptStatement& statement, std::string_view text);
   std::size_t send_owed();
-  void run_own(std::initializer_list<const char*> commands);
+  // The rows of the cursor that is under way, so that the connection is free.
+  void take_rows_in();
+  std::vector<Result> run_own(std::initializer_list<const char*> commands);
+  // The answers to what is queued; recovers from a failure and raises it.
+  std::vector<Result> finish(std::string_view text);
   // Behind a failure: the transaction goes on where it stood before the statement, or has ended with the connection.
   void recover(bool connection_good);
   void recover(const Erro& failure) { recover(!failure.provider() || failure.provider()->connection_good); }
   void require_transaction() const;
+  void forget_transaction();  // that was rolled back
   bool holds_a_station();
 
   Link link_;

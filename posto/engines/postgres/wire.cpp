@@ -30,7 +30,12 @@ constexpr int kBinary = 1;
 constexpr std::uint16_t kNegative = 0x4000;
 constexpr std::int64_t kBase = 10'000;  // of a numeric's digits, which are as wide as the decimals of money
 
+constexpr std::string_view kProvider = "PostgreSQL";
+
 const Date kEpoch = Date::of_day(2000, 1, 1);
+// Of a date here; the server knows earlier and later ones, and its infinities.
+const std::int64_t kFirstMoment = Date::of_day(100, 1, 1).millis();
+const std::int64_t kLastMoment = Date::of_day(9999, 12, 31).millis() + 86'399'999;
 
 std::uint64_t read_big_endian(const char* bytes, int count) {
   std::uint64_t value = 0;
@@ -42,7 +47,7 @@ void append_big_endian(std::string& out, std::uint64_t value, int count) {
   for (int shift = 8 * (count - 1); shift >= 0; shift -= 8) out += static_cast<char>(value >> shift & 0xFF);
 }
 
-[[noreturn]] void overflow() { throw Erro(erro::kDataOverflow, "PostgreSQL", "Estouro aritmético"); }
+[[noreturn]] void overflow() { throw Erro(erro::kDataOverflow, std::string(kProvider), "Estouro aritmético"); }
 
 }  // namespace
 
@@ -166,14 +171,19 @@ std::int64_t read_scaled(const char* bytes) {
   const int weight = static_cast<std::int16_t>(read_big_endian(bytes + 2, 2));
   const auto sign = read_big_endian(bytes + 4, 2);
   if (sign != 0 && sign != kNegative) overflow();  // no number
-  std::int64_t scaled = 0;
+  const bool negative = sign == kNegative;
+  std::int64_t scaled = 0;  // of the value's own sign: the least one has no counterpart
+  const auto append = [&](std::int64_t base, std::int64_t digit) {
+    if (__builtin_mul_overflow(scaled, base, &scaled) ||
+        __builtin_add_overflow(scaled, negative ? -digit : digit, &scaled)) {
+      overflow();
+    }
+  };
   auto digit = [&](int i) { return i < count ? static_cast<std::int64_t>(read_big_endian(bytes + 8 + 2 * i, 2)) : 0; };
-  for (int i = 0; i <= weight + 1; ++i) {
-    if (__builtin_mul_overflow(scaled, kBase, &scaled) || __builtin_add_overflow(scaled, digit(i), &scaled)) overflow();
-  }
+  for (int i = 0; i <= weight + 1; ++i) append(kBase, digit(i));
   const int next = weight + 2;
-  if (next >= 0 && digit(next) >= kBase / 2) ++scaled;
-  return sign == kNegative ? -scaled : scaled;
+  if (next >= 0 && digit(next) >= kBase / 2) append(1, 1);
+  return scaled;
 }
 
 struct Field {
@@ -233,20 +243,21 @@ void read_row(const PGresult* result, int row, const ResultShape& shape, std::sp
       switch (column.type) {
         case SqlType::float32:
         case SqlType::float64:
-          cell.real = field.real();
+          cell.real = require_finite(field.real(), column, kProvider);
           break;
         case SqlType::money:
           cell.integer = field.scaled();
           break;
         case SqlType::date:
           cell.integer = field.millis();
+          if (cell.integer < kFirstMoment || cell.integer > kLastMoment) raise_no_room(column, kProvider);
           break;
         case SqlType::text:
           cell.text = {field.bytes, static_cast<std::size_t>(PQgetlength(result, row, i))};
           break;
         default:
           cell.integer = field.integer();
-          if (cell.integer != static_cast<std::int32_t>(cell.integer)) raise_no_room(column, "PostgreSQL");
+          if (cell.integer != static_cast<std::int32_t>(cell.integer)) raise_no_room(column, kProvider);
       }
     }
     ++i;

@@ -2,20 +2,18 @@
 
 #include <string>
 
+#include "posto/engines/row_stream.h"
 #include "posto/types/erro.h"
 
 namespace posto::sqlite {
 namespace {
 
-[[noreturn]] void overflow(const ResultColumn& column) {
-  std::string name = column.name.empty() ? "uma coluna sem nome" : column.name;
-  throw Erro(erro::kDataOverflow, "SQLite", "Estouro aritmético em " + name);
-}
+constexpr std::string_view kProvider = "SQLite";
 
 std::int64_t date_of(sqlite3_stmt* prepared, int i) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, i));
   auto date = Date::parse_iso({text, static_cast<std::size_t>(sqlite3_column_bytes(prepared, i))});
-  if (!date) throw Erro(erro::kConversion, "SQLite", "Data inválida no banco: " + std::string(text));
+  if (!date) throw Erro(erro::kConversion, std::string(kProvider), "Data inválida no banco: " + std::string(text));
   return date->millis();
 }
 
@@ -31,7 +29,7 @@ void read_row(sqlite3_stmt* prepared, const ResultShape& shape, std::span<Cell> 
       switch (column.type) {
         case SqlType::float32:
         case SqlType::float64:
-          cell.real = sqlite3_column_double(prepared, i);
+          cell.real = require_finite(sqlite3_column_double(prepared, i), column, kProvider);
           break;
         case SqlType::text:
           cell.text = {reinterpret_cast<const char*>(sqlite3_column_text(prepared, i)),
@@ -41,10 +39,10 @@ void read_row(sqlite3_stmt* prepared, const ResultShape& shape, std::span<Cell> 
           cell.integer = date_of(prepared, i);
           break;
         default:
-          if (storage != SQLITE_INTEGER) overflow(column);
+          if (storage != SQLITE_INTEGER) raise_no_room(column, kProvider);
           cell.integer = sqlite3_column_int64(prepared, i);
           if (column.type != SqlType::money && cell.integer != static_cast<std::int32_t>(cell.integer))
-            overflow(column);
+            raise_no_room(column, kProvider);
       }
     }
     ++i;
