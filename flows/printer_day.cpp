@@ -78,10 +78,11 @@ void check(std::vector<std::string>& findings, const VOMapaResumoECF& map, const
   Currency taxed;
   for (const auto& [rate, amount] : f.by_rate) taxed += amount;
   compare(findings, "alíquotas", totals_by_rate(map), taxed);
-  const Currency missed = f.net_lines() - f.net - f.withheld;
+  const Currency charged = f.net + f.withheld + f.altered;  // of the lines
+  const Currency missed = f.net_lines() - charged;
   if (missed > f.proration || -missed > f.proration) {
     findings.push_back(fmt::format("totalizadores: somam {}, os cupons {}, e o rateio dos descontos só explica {}",
-                                   shown(f.net_lines()), shown(f.net + f.withheld), shown(f.proration)));
+                                   shown(f.net_lines()), shown(charged), shown(f.proration)));
   }
 }
 

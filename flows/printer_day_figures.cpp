@@ -110,10 +110,11 @@ void add_coupon(PrinterDayFigures& f, const CouponSums& sums, Recordset& coupon)
   const Currency altered = money("Vl_DesAcr");
   (altered > Currency() ? f.discounts : f.surcharges) += altered > Currency() ? altered : -altered;
   f.discounts += on_total;
+  f.altered += altered;
   f.withheld += money("Vl_IssRetido");
   f.net += money("Vl_TotalLiquido");
-  const Currency before_discount = money("Vl_TotalLiquido") + money("Vl_IssRetido") + on_total;
-  f.gross += before_discount + altered;
+  const Currency before_discount = money("Vl_TotalLiquido") + money("Vl_IssRetido") + on_total + altered;
+  f.gross += before_discount;
   const auto found = sums.find(key_of(coupon));
   const CouponSum sum = found == sums.end() ? CouponSum() : found->second;
   if (on_total > Currency()) {

@@ -24,6 +24,7 @@ struct PrinterDayFigures {
   Currency gross{};          // what the printer registered: before discounts, with what was cancelled
   Currency discounts{};      // without a sign
   Currency surcharges{};     // without a sign
+  Currency altered{};        // Vl_DesAcr with its sign, which no line bears; in the two before, too
   Currency withheld{};       // ISS that the customer withholds
   Currency cancellations{};  // lines before discounts
   Currency net{};            // totals of the live coupons

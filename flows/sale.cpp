@@ -4,6 +4,7 @@
 #include "flows/lookup.h"
 #include "flows/sale_pricing.h"
 #include "flows/sale_steps.h"
+#include "flows/sale_terms.h"
 #include "flows/sequence.h"
 #include "posto/core/criptografia.h"
 #include "posto/core/sql.h"
@@ -14,7 +15,6 @@
 #include "posto/fiscal/DALRecebimento.h"
 #include "posto/fiscal/DALReducaoZ.h"
 #include "posto/forecourt/DALAbastecimento.h"
-#include "posto/masterdata/DALCliente.h"
 #include "posto/stock/DALCardex.h"
 #include "posto/types/number_pattern.h"
 
@@ -22,18 +22,11 @@ namespace posto::flows {
 namespace {
 
 constexpr std::size_t kMostLines = 255;
-constexpr std::int32_t kBlocked = 3;  // of No_SituacaoCredito: from here on nothing is sold on credit
 constexpr std::uint8_t kPaymentOfSale = 20;
 constexpr const char* kDocumentOfSale = "RV";
 constexpr const char* kLedgerNumbers = "Cd_LancamentoCardex";
 
 std::string shown(Currency value) { return format_number(value, "###,###,##0.00"); }
-
-Date last_day_of_month(Date day) {
-  const Date::Parts p = day.parts();
-  const Date next = p.month == 12 ? Date::of_day(p.year + 1, 1, 1) : Date::of_day(p.year, p.month + 1, 1);
-  return next.plus_days(-1);
-}
 
 // One sale, inside its transaction.
 class Selling {
@@ -41,7 +34,6 @@ class Selling {
   Selling(Station& station, const Sale& sale)
       : station_(station),
         sale_(sale),
-        payments_(sale.payments),
         coupon_(station.settings),
         item_(station.settings),
         ledger_(station.settings),
@@ -53,11 +45,12 @@ class Selling {
   VOCupomFiscal run() {
     if (sale_.lines.empty() || sale_.lines.size() > kMostLines) refuse_sale("um cupom tem de 1 a 255 linhas");
     lock_sales(station_);
-    printer_.ObVO->Cd_PessoaUsuaria = station_.tenant();
-    printer_.ObVO->No_Impressora = sale_.printer;
+    check_day_and_shift();
+    read_printer();
     number_ = sale_.number != 0 ? sale_.number : highest_coupon() + 1;
     fill_head();
     coupon_.Incluir();
+    write_card_sale(station_, sale_, *coupon_.ObVO);
     for (std::size_t i = 0; i < lines_.size(); ++i) write_line(lines_[i], sale_.lines[i]);
     for (const Payment& payment : payments_) write_receipt(payment);
     ledger_numbers_.store();
@@ -69,6 +62,15 @@ class Selling {
  private:
   // --- the coupon
 
+  Date business_day() const { return sale_.business_day.empty() ? sale_.moment.day() : sale_.business_day; }
+
+  void check_day_and_shift() {
+    if (business_day() <= station_.settings->ObVOEmpresaUsuaria->Dt_CorteMovimento) {
+      refuse_sale("o movimento do cupom está fechado");
+    }
+    require_open_shift(station_, sale_.shift);
+  }
+
   void fill_head() {
     VOCupomFiscal& head = *coupon_.ObVO;
     head.Cd_PessoaUsuaria = station_.tenant();
@@ -76,7 +78,7 @@ class Selling {
     head.No_CupomFiscal = head.No_ContadorCupomFiscal = number_;
     head.Dt_Emissao = sale_.moment.day();
     head.Hr_Emissao = format_date(sale_.moment, "hh:Nn:Ss");
-    head.Dt_Movimento = sale_.business_day.empty() ? head.Dt_Emissao : sale_.business_day;
+    head.Dt_Movimento = business_day();
     head.Cd_Caixa = sale_.shift;
     head.Cd_Cliente = sale_.client;
     head.Cd_Veiculo = sale_.vehicle;
@@ -88,8 +90,8 @@ class Selling {
     LinePricer pricer(station_, head);
     for (const SaleLine& sold : sale_.lines) lines_.push_back(pricer.price(sold));
     add_figures(head);
-    check_payments(head);
-    fill_kind_of_sale(head);
+    payments_ = agreed_payments(station_, sale_, head.Vl_TotalLiquido);
+    fill_kind_of_sale(station_, sale_, head);
   }
 
   void add_figures(VOCupomFiscal& head) {
@@ -113,6 +115,12 @@ class Selling {
     head.Qt_ContReducoes = reductions_before() + 1;
   }
 
+  void read_printer() {
+    printer_.ObVO->Cd_PessoaUsuaria = station_.tenant();
+    printer_.ObVO->No_Impressora = sale_.printer;
+    if (!stands([&] { printer_.Consultar(); })) refuse_sale("não há a impressora " + std::to_string(sale_.printer));
+  }
+
   std::int32_t highest_coupon() {
     Recordset highest = station_.connection().Execute(sql(R"(
         SELECT Max(No_CupomFiscal) As MaxDeNo_CupomFiscal
@@ -125,9 +133,8 @@ class Selling {
 
   Currency grand_total_before() {
     const Currency total = printer_.ObterGTotalDeCupons();
-    if (total != Currency() || !stands([&] { printer_.Consultar(); })) return total;
     const std::string& registered = printer_.ObVO->Ds_GTotalCriptografado;
-    return registered.empty() ? total : Currency::parse(Criptografia::Desencriptar(registered));
+    return total != Currency() || registered.empty() ? total : Currency::parse(Criptografia::Desencriptar(registered));
   }
 
   Currency cancelled_before(Date business_day) {
@@ -146,38 +153,6 @@ class Selling {
     DALReducaoZ reduction(station_.settings);
     const bool any = stands([&] { reduction.ConsultarUltima(station_.tenant(), sale_.printer); });
     return any ? reduction.ObVO->Qt_ContReducoes : 0;
-  }
-
-  void check_payments(const VOCupomFiscal& head) {
-    if (payments_.empty()) {
-      if (sale_.client == 0) refuse_sale("nem recebimentos nem cliente a quem vender a crédito");
-      return;
-    }
-    Currency paid;
-    for (Payment& payment : payments_) {
-      if (!payment.value) payment.value = head.Vl_TotalLiquido - paid;
-      if (*payment.value <= Currency()) refuse_sale("recebimento não positivo: " + shown(*payment.value));
-      paid += *payment.value;
-    }
-    if (paid == head.Vl_TotalLiquido) return;
-    refuse_sale("recebimentos não conferem: " + shown(paid) + " em lugar de " + shown(head.Vl_TotalLiquido));
-  }
-
-  void fill_kind_of_sale(VOCupomFiscal& head) const {
-    if (!payments_.empty()) {
-      head.Tp_Venda = Tp_VendaAcertadaSemEmissaoNF;
-      head.FL_Fechada = "-";
-      return;
-    }
-    DALCliente client(station_.settings);
-    client.ObVO->Cd_PessoaUsuaria = station_.tenant();
-    client.ObVO->Cd_Cliente = sale_.client;
-    if (client.Consultar().No_SituacaoCredito >= kBlocked) {
-      throw table_erro(erro::kSaleNotReleasedToClient, "flows", "sale");
-    }
-    head.Tp_Venda = sale_.vehicle.empty() ? Tp_VendaACreditoRequisicao : Tp_VendaACreditoPlaca;
-    head.FL_Fechada = "N";
-    head.Dt_Fechamento = last_day_of_month(head.Dt_Emissao);
   }
 
   // --- what is written

@@ -26,6 +26,12 @@ struct Payment {
   std::optional<Currency> value{};  // none, of the last one: what the others leave of the net total
 };
 
+// A card that the station gave a client.
+struct ClientCard {
+  std::int32_t kind = 0;    // Cd_TipoCartao
+  std::int32_t number = 0;  // Cd_Cartao; 0: none
+};
+
 struct Sale {
   std::uint8_t printer = 0;
   std::int32_t number = 0;  // of the coupon, as printed; 0: one more than the printer's highest
@@ -36,6 +42,7 @@ struct Sale {
   std::vector<SaleLine> lines;
   std::vector<Payment> payments;  // none: a sale on credit to the client
   std::int32_t client = 0;
+  ClientCard card{};    // by which the credit is given; its client needs not be told
   std::string vehicle;  // number plate
   std::int32_t odometer = 0;
   bool automatic = false;  // posted by a computer
@@ -52,12 +59,14 @@ struct CouponKey {
 //
 // Each line of goods gets a ledger movement of type 20, which moves the product's stock; a fuelling that was taken in
 // with its movement keeps it. A fuelling is posted, and it is verified that this line alone holds it. Vl_GTotal goes on
-// from the printer's highest, or from what is registered for the printer before its first coupon.
+// from the printer's highest, or from what is registered for the printer before its first coupon. A sale by a client's
+// card waits for approval (VendaCartaoPorCupomFiscal).
 //
 // Raises, with nothing sold: 0x800402CA for goods that are not in stock (fuel of a fuelling is gone and never refused),
 // 0x8004026F for a fuelling that is posted already, 0x80040269 for a sale on credit to a client whose credit is
-// blocked, 0x80040660 for a sale that cannot be (no lines, payments that are not the net total, a calibration),
-// 0x80040E2F for a coupon that is there already, 0x80040202 for an unknown product, fuelling or client.
+// blocked, 0x80040660 for a sale that cannot be (no lines, payments that are not the net total or of an unknown kind, a
+// calibration, a blocked card, an unknown printer, an unknown or checked shift, a business day up to the settled date),
+// 0x80040E2F for a coupon that is there already, 0x80040202 for an unknown product, fuelling, client or card.
 VOCupomFiscal sell(Station& station, const Sale& sale);
 // The same for a coupon that was cancelled at once, in one transaction.
 void sell_and_cancel(Station& station, const Sale& sale);

@@ -4,6 +4,7 @@
 #include "flows/conflict.h"
 #include "flows/sale.h"
 #include "flows/sale_steps.h"
+#include "flows/sale_terms.h"
 #include "flows/sale_totals.h"
 #include "posto/core/error_vocabulary.h"
 #include "posto/core/mapper.h"
@@ -52,6 +53,7 @@ class Cancelling {
     total_up(*coupon_.ObVO, lines_);
     if (coupon_.ObVO->Vl_TotalLiquido < Currency()) refuse_sale("o desconto do cupom é maior que o que resta dele");
     coupon_.Alterar();
+    revalue_card_sale(station_, *coupon_.ObVO);
     shrink_receipts(coupon_.ConsultarTotalRecebimentos() - coupon_.ObVO->Vl_TotalLiquido);
     record(amount);
   }
@@ -60,8 +62,9 @@ class Cancelling {
     for (const PricedLine& line : lines_) take_out(line.item);
     coupon_.ExcluirRecebimentos();
     clear_totals(*coupon_.ObVO);
-    coupon_.ObVO->Vl_DescontoCF = Currency();
+    coupon_.ObVO->Vl_DescontoCF = coupon_.ObVO->Vl_DesAcr = Currency();
     coupon_.Alterar();
+    revalue_card_sale(station_, *coupon_.ObVO);
     record(coupon_.ObVO->Vl_Total);
     coupon_.Excluir();
   }

@@ -65,7 +65,7 @@ void total_up(VOCupomFiscal& coupon, std::span<const PricedLine> lines) {
     coupon.Tx_Iss = line.iss_rate;
   }
   coupon.Vl_Total = coupon.Vl_TotProd + coupon.Vl_TotSer;
-  coupon.Vl_TotalLiquido = coupon.Vl_Total - coupon.Vl_DescontoCF;
+  coupon.Vl_TotalLiquido = coupon.Vl_Total - coupon.Vl_DescontoCF - coupon.Vl_DesAcr;
 }
 
 }  // namespace posto::flows

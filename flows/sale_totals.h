@@ -22,8 +22,9 @@ double stored_quantity(double quantity);
 // Quantity by price in cents, halves away from zero, as the printer and the database reckon it.
 Currency amount_of(const VOItemCupomFiscal& item);
 
-// Works out the coupon's totals, bases and taxes from its live lines, and Vl_TotalLiquido with Vl_DescontoCF taken off.
-// Goods are under substitution (No_TribIcms "6"), exempt (No_SitTributaria "040"), not taxed ("041") or taxed.
+// Works out the coupon's totals, bases and taxes from its live lines, and Vl_TotalLiquido with Vl_DescontoCF and
+// Vl_DesAcr taken off. Goods are under substitution (No_TribIcms "6"), exempt (No_SitTributaria "040"), not taxed
+// ("041") or taxed.
 void total_up(VOCupomFiscal& coupon, std::span<const PricedLine> lines);
 // All of them to zero but Vl_Total.
 void clear_totals(VOCupomFiscal& coupon);

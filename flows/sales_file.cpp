@@ -15,11 +15,15 @@ namespace posto::flows {
 namespace {
 
 constexpr std::size_t kPlate = 8;
+// Of a line, and of a payment's text: no coupon's sums come near the end of money then.
+constexpr double kMostUnits = 1e6;
+const Currency kMostPrice(1'000'000);
+constexpr std::size_t kMostDigits = 15;
 constexpr std::array<std::string_view, 6> kRequired = {"impressora", "cupom", "data", "hora", "produto", "quantidade"};
 constexpr std::array<std::string_view, 3> kOfLine = {"abastecimento", "preco", "cancelado"};
 // Told by the first row of a coupon, with "hora".
-constexpr std::array<std::string_view, 7> kOfCoupon = {"caixa",   "movimento", "desconto", "pagamentos",
-                                                       "cliente", "placa",     "km"};
+constexpr std::array<std::string_view, 8> kOfCoupon = {"caixa",   "movimento", "desconto", "pagamentos",
+                                                       "cliente", "cartao",    "placa",    "km"};
 
 template <std::size_t N>
 bool has(const std::array<std::string_view, N>& names, std::string_view name) {
@@ -60,7 +64,8 @@ class SalesReader {
       }
       advance();
     } while (at_ == At::unreadable || (at_ == At::row && coupon() == printed.coupon));
-    if (printed.cancelled && printed.sale.payments.empty()) printed.sale.payments.emplace_back().kind = kCash;
+    if (printed.cancelled && printed.sale.payments.empty() && printed.sale.card.number == 0)
+      printed.sale.payments.emplace_back().kind = kCash;
     return true;
   }
 
@@ -119,6 +124,7 @@ class SalesReader {
     if (given("movimento")) sale.business_day = rows_.day("movimento");
     if (given("caixa")) sale.shift = rows_.integer("caixa", 1);
     if (given("desconto")) sale.discount = cents("desconto");
+    if (given("cartao")) sale.card = card(rows_.text("cartao"));
     if (given("cliente")) sale.client = client();
     if (given("placa")) refuse_quote(rows_, sale.vehicle = rows_.required("placa", kPlate));
     if (given("km")) sale.odometer = rows_.integer("km", 0);
@@ -143,7 +149,9 @@ class SalesReader {
     if (given("abastecimento")) line.fuelling = rows_.integer("abastecimento", 1);
     if (given("produto") || line.fuelling == 0) line.product = product();
     if (given("quantidade") || line.fuelling == 0) line.quantity = rows_.figure("quantidade");
+    if (line.quantity > kMostUnits) rows_.fail("quantidade acima de 1000000: " + rows_.text("quantidade"));
     if (given("preco")) line.price = rows_.decimal("preco");
+    if (line.price > kMostPrice) rows_.fail("preco acima de 1000000: " + rows_.text("preco"));
     if (given("cancelado")) {
       const std::string& what = rows_.text("cancelado");
       if (what != "item" && what != "cupom") rows_.fail("cancelado tem de ser item ou cupom: '" + what + "'");
@@ -183,6 +191,19 @@ class SalesReader {
     return client.ObVO->Cd_Cliente;
   }
 
+  // "1/77".
+  ClientCard card(const std::string& text) const {
+    ClientCard read;
+    const char* const end = text.data() + text.size();
+    const auto kind = std::from_chars(text.data(), end, read.kind);
+    const bool split = kind.ec == std::errc{} && kind.ptr != end && *kind.ptr == '/';
+    const auto number = std::from_chars(split ? kind.ptr + 1 : end, end, read.number);
+    if (number.ec != std::errc{} || number.ptr != end || read.kind <= 0 || read.number <= 0) {
+      rows_.fail("cartao não é tipo/código: '" + text + "'");
+    }
+    return read;
+  }
+
   // "5=100.00 3=26.40", or "5".
   std::vector<Payment> payments(const std::string& text) const {
     std::vector<Payment> read;
@@ -204,7 +225,8 @@ class SalesReader {
     bool good = kind.ec == std::errc{} && kind.ptr == text.data() + equals && read.kind > 0;
     if (good && equals < text.size()) {
       const std::string value = text.substr(equals + 1);
-      good = !value.empty() && value.find_first_not_of(".0123456789") == std::string::npos && value != ".";
+      good = !value.empty() && value.size() <= kMostDigits &&
+             value.find_first_not_of(".0123456789") == std::string::npos && value != ".";
       if (good) read.value = Currency::parse(value);
       good = good && read.value->scaled() % 100 == 0;
     }

@@ -36,14 +36,14 @@ struct SalesResult {
 //   desconto       on the coupon's total, in R$
 //   pagamentos     kinds of receipt with their values, "5=100.00 3=26.40"; the last one may leave its value out: "5"
 //   cliente        tax number; with no "pagamentos" the sale is on credit
+//   cartao         "1/77", kind and code of the client's card: on credit by card, the client needs not be told
 //   placa, km      of the vehicle
 //   cancelado      "item": the line was taken back while it was printed; "cupom": the coupon was, after it ended, and
-//   needs
-//                  no "pagamentos" then
+//                  needs no "pagamentos" then
 //
-// What belongs to the coupon (hora, caixa, movimento, desconto, pagamentos, cliente, placa, km) is told in its first
-// row; the others leave it empty or repeat it. A coupon with a bad row is refused whole, and so is one that cannot be
-// sold: it is told with its number and the reason, and the rest goes on. Each coupon is a transaction of its
+// What belongs to the coupon (from hora to km, but for produto, quantidade, abastecimento and preco) is told in its
+// first row; the others leave it empty or repeat it. A coupon with a bad row is refused whole, and so is one that
+// cannot be sold: it is told with its number and the reason, and the rest goes on. Each coupon is a transaction of its
 // own, and one that is there already is passed over, so that a file can be taken in again.
 //
 // Raises 0x80040660 for another header, 53 and 75 for a file that cannot be read, failures of the database; the coupons

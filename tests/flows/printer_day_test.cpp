@@ -27,6 +27,7 @@ class PrinterDayTest : public ::testing::Test {
     add("EmpresaUsuaria", "Cd_PessoaUsuaria", {"1"});
     add("Produto", "Cd_PessoaUsuaria, Nm_Produto, No_Tipo",
         {"1, 'GASOLINA', 1", "1, 'OLEO', 1", "1, 'LAVAGEM', 2", "1, 'LIVRO', 1", "1, 'AGUA', 1", "1, 'FILTRO', 1"});
+    add("TipoRecebimento", "Cd_TipoRecebimento", {"5"});
     add("ECF", "Cd_PessoaUsuaria, No_Impressora, No_OrdemUsuario, Tp_T01, Al_T01, Tp_T02, Al_T02, Tp_T03, Al_T03",
         {"1, 2, 4, 0, 17, 0, 12, 1, 3"});
     add("MapaResumoECF", "Cd_PessoaUsuaria, Dt_Movimento, No_Impressora, Qt_ContReducoes, Vl_GTotalFinal",
@@ -148,6 +149,8 @@ TEST_F(PrinterDayTest, WhatDoesNotAgreeIsFound) {
       {"UPDATE ItemCupomFiscal SET Tx_Icms = 0 WHERE No_CupomFiscal = 13 And No_Item = 1",
        "vendas tributadas a 0,00% não cabem em nenhum totalizador\n"
        "alíquotas: no mapa 36,01, nos cupons 51,56, diferença -15,55\n"},
+      {"UPDATE CupomFiscal SET Vl_DesAcr = 1.55, Vl_TotalLiquido = 20 WHERE No_CupomFiscal = 13", ""},
+      {"UPDATE CupomFiscal SET Vl_DesAcr = -1.45, Vl_TotalLiquido = 23 WHERE No_CupomFiscal = 13", ""},
       {"UPDATE ECF SET Tp_T03 = 0, Al_T03 = 0", "a impressora não tem totalizador de serviços\n"},
   };
   for (const auto& c : cases) {

@@ -36,7 +36,7 @@ inline void fill_station(Station& station) {
   insert(station, "Bomba",
          "Cd_PessoaUsuaria, Cd_Bomba, De_EnderecoLogicoBico, Cd_Produto, Cd_SisTubulacao, Nm_ComputadorBaixaAutomatica",
          {"1, 4, '04', 1, 1, 'PISTA01'"});
-  insert(station, "Caixa", "Cd_PessoaUsuaria, Cd_Funcionario", {"1, 7"});
+  insert(station, "Caixa", "Cd_PessoaUsuaria, Cd_Funcionario, Cd_Situacao", {"1, 7, 1", "1, 7, 3"});
   insert(station, "Funcionario", "Cd_PessoaUsuaria, Cd_Funcionario", {"1, 7"});
   insert(station, "Usuario", "Cd_PessoaUsuaria, Cd_Usuario, Cd_Funcionario, FlMCupomFiscal_I", {"1, 1, 7, '1'"});
   insert(station, "TipoRecebimento",
@@ -44,7 +44,9 @@ inline void fill_station(Station& station) {
          {"3, 'DEBITO', 3, 1, 1", "5, 'DINHEIRO', 1, 1, 1"});
   insert(station, "Pessoa", "Cd_Pessoa, Nm_Pessoa, Cd_CgcCpf", {"9, 'Ana', '111'", "10, 'Bruno', '222'"});
   insert(station, "Cliente", "Cd_PessoaUsuaria, Cd_Cliente, No_SituacaoCredito", {"1, 9, 2", "1, 10, 3"});
-  insert(station, "ECF", "Cd_PessoaUsuaria, No_Impressora", {"1, 1"});
+  insert(station, "Cartao", "Cd_PessoaUsuaria, Cd_TipoCartao, Cd_Cartao, Cd_Cliente, Ic_Bloqueado, Dt_Validade",
+         {"1, 2, 77, 9, 0, '2026-11-23'", "1, 2, 78, 9, -1, Null", "1, 2, 79, 9, 0, '2026-11-22'"});
+  insert(station, "ECF", "Cd_PessoaUsuaria, No_Impressora", {"1, 1", "1, 2"});
   insert(
       station, "Abastecimento",
       "Cd_PessoaUsuaria, Cd_Abastecimento, De_EnderecoLogicoBico, Dt_Termino, Qt_Litros, Vl_Preco, Vl_Total, Cd_Caixa, "
@@ -69,6 +71,7 @@ inline std::string state_of_sales(Connection& connection) {
         "SELECT Cd_Produto, Qt_Estoque FROM Produto ORDER BY Cd_Produto",
         "SELECT Cd_Abastecimento, Ic_Baixado FROM Abastecimento ORDER BY Cd_Abastecimento",
         "SELECT * FROM Recebimento ORDER BY No_Recebimento", "SELECT * FROM RecebimentoCupom ORDER BY No_Recebimento",
+        "SELECT * FROM VendaCartaoPorCupomFiscal ORDER BY No_CupomFiscal",
         "SELECT * FROM SequenciadorGeral ORDER BY Nm_Atributo",
         "SELECT * FROM LogDocumentoEmitidoECF ORDER BY No_COO, Ds_TipoDocumento"}) {
     state += rows_of(connection, query) + "\n";

@@ -5,6 +5,7 @@
 #include "flows/sales_file.h"
 #include "posto/core/criptografia.h"
 #include "posto/core/error_vocabulary.h"
+#include "posto/masterdata/DALCartao.h"
 #include "posto/services/clock.h"
 #include "tests/core/failures.h"
 #include "tests/flows/sale_station.h"
@@ -19,6 +20,14 @@ Sale mixed_sale() {
   Sale sale = cash_sale(100, {of_fuelling(kTakenIn), of_product(kOil, 2, "45"), of_product(kWash, 1)});
   sale.discount = Currency::parse("3.98");
   sale.payments = {{.kind = 3, .value = Currency(100)}, {.kind = kCash}};
+  return sale;
+}
+
+// An oil and a wash: 91.90.
+Sale card_sale(std::int32_t card) {
+  Sale sale = cash_sale(100, {of_product(kOil, 1), of_product(kWash, 1)});
+  sale.payments.clear();
+  sale.card = {.kind = 2, .number = card};
   return sale;
 }
 
@@ -44,7 +53,7 @@ TEST_F(SaleTest, WritesEverythingThatTheSaleMeans) {
                  "B.No_Recebimento ORDER BY A.No_Recebimento"),
             "1,3,100,20,1,100\n2,5,155,20,1,100\n");
   EXPECT_EQ(rows("SELECT No_COO, Ds_TipoDocumento, Vl_Documento FROM LogDocumentoEmitidoECF"), "100,RV,255\n");
-  const std::string kept = rows("SELECT Ds_GTotalCriptografado FROM ECF");
+  const std::string kept = rows("SELECT Ds_GTotalCriptografado FROM ECF WHERE No_Impressora = 1");
   EXPECT_EQ(Criptografia::Desencriptar(kept.substr(0, kept.size() - 1)), "258.98");
 }
 
@@ -80,6 +89,24 @@ TEST_F(SaleTest, OnCreditItIsToBeBilledAtTheEndOfTheMonth) {
   EXPECT_EQ(rows("SELECT * FROM Recebimento"), "");
 }
 
+TEST_F(SaleTest, ByACardItWaitsForApprovalAsLongAsItStands) {
+  sell(station_, card_sale(77));
+  const std::string rows_of_card =
+      "SELECT A.Cd_TipoCartao, A.Cd_Cartao, A.Ic_Aprovado, A.Vl_Venda FROM VendaCartaoPorCupomFiscal A INNER JOIN "
+      "CupomFiscal B On A.No_CupomFiscal = B.No_CupomFiscal WHERE B.Tp_Venda = 11 And B.FL_Fechada = 'N' And "
+      "B.Cd_Cliente = 9";
+  EXPECT_EQ(rows(rows_of_card), "2,77,False,91.9\n");
+  DALCartao card(station_.settings);
+  card.ObVO->Cd_PessoaUsuaria = 1;
+  card.ObVO->Cd_TipoCartao = 2;
+  card.ObVO->Cd_Cartao = 77;
+  EXPECT_EQ(card.QuantidadeDePendencias(), 1);
+  cancel_line(station_, {1, 100, Date::of_day(2026, 11, 23)}, 1);
+  EXPECT_EQ(rows(rows_of_card), "2,77,False,45\n");
+  cancel_coupon(station_, {1, 100, Date::of_day(2026, 11, 23)});
+  EXPECT_EQ(card.QuantidadeDePendencias(), 0);
+}
+
 TEST_F(SaleTest, IsRefusedWhole) {
   insert(station_, "ItemCupomFiscal",
          "Cd_PessoaUsuaria, No_Impressora, No_CupomFiscal, Dt_Emissao, No_Item, Cd_Abastecimento",
@@ -95,6 +122,20 @@ TEST_F(SaleTest, IsRefusedWhole) {
   nobody.client = 0;
   Sale discounted = cash_sale(100, {of_product(kWash, 1)});
   discounted.discount = Currency(46);
+  Sale of_no_kind = cash_sale(100, {of_product(kWash, 1)});
+  of_no_kind.payments.front().kind = 99;
+  Sale of_no_shift = cash_sale(100, {of_product(kWash, 1)});
+  of_no_shift.shift = 9;
+  Sale of_no_printer = cash_sale(100, {of_product(kWash, 1)});
+  of_no_printer.printer = 9;
+  Sale of_checked_shift = of_no_shift;
+  of_checked_shift.shift = 2;
+  Sale settled = cash_sale(100, {of_product(kWash, 1)});
+  settled.business_day = Date::of_day(2026, 11, 20);
+  Sale card_and_cash = card_sale(77);
+  card_and_cash.payments.push_back({.kind = kCash});
+  Sale anothers_card = card_sale(77);
+  anothers_card.client = 10;
   const struct {
     Sale sale;
     std::int32_t number;
@@ -116,6 +157,16 @@ TEST_F(SaleTest, IsRefusedWhole) {
       {blocked, erro::kSaleNotReleasedToClient, "Venda nao liberado ao cliente"},
       {nobody, erro::kRuleViolation, "nem recebimentos nem cliente a quem vender a crédito"},
       {discounted, erro::kRuleViolation, "desconto maior que o total: 46,00"},
+      {of_no_kind, erro::kRuleViolation, "tipo de recebimento desconhecido: 99"},
+      {of_no_printer, erro::kRuleViolation, "não há a impressora 9"},
+      {of_no_shift, erro::kRuleViolation, "não há o caixa 9"},
+      {of_checked_shift, erro::kRuleViolation, "o caixa 2 já foi conferido"},
+      {settled, erro::kRuleViolation, "o movimento do cupom está fechado"},
+      {card_sale(78), erro::kRuleViolation, "o cartão 78 está bloqueado"},
+      {card_sale(79), erro::kRuleViolation, "o cartão 79 venceu em 22/11/2026"},
+      {card_sale(80), erro::kRecordNotFound, "Registro nao encontrado(Cartao)"},
+      {card_and_cash, erro::kRuleViolation, "o cartão de um cliente vende a crédito, sem recebimentos"},
+      {anothers_card, erro::kRuleViolation, "o cartão 77 é de outro cliente"},
   };
   for (const auto& [sale, number, message] : kRefused) {
     SCOPED_TRACE(message);
@@ -219,28 +270,34 @@ class SalesFileTest : public SaleTest {
 
 TEST_F(SalesFileTest, GoodCouponsAreSoldAndBadOnesTold) {
   const std::string file =
-      "impressora,cupom,data,hora,produto,quantidade,abastecimento,preco,caixa,desconto,pagamentos,cliente,cancelado\n"
-      "1,100,2026-11-23,10:00:00,,,71,,1,3.98,3=100.00 5,,\n"
-      "1,100,2026-11-23,,790,1,,,,,,,item\n"
-      "1,101,2026-11-23,10:05:00,791,1,,,1,,,111,\n"
-      "1,102,2026-11-23,10:10:00,790,9,,,1,,5,,\n"
-      "1,103,2026-11-23,10:15:00,790,1,,,1,,,,cupom\n"
-      "1,104,2026-11-23,10:20:00,795,1,,,1,,5,,\n"
-      "1,104,2026-11-23,,790,1,,,,,,,\n"
-      "1,105,2026-11-23,25:00:00,790,1,,,1,,5,,\n"
-      "1,106,2026-11-23,10:30:00,791,1,,,1,,5=40.00,,\n"
-      "1,107,2026-11-23,10:35:00,791,1,,,1,,5,,\n"
+      "impressora,cupom,data,hora,produto,quantidade,abastecimento,preco,caixa,desconto,pagamentos,cliente,cancelado,"
+      "cartao\n"
+      "1,100,2026-11-23,10:00:00,,,71,,1,3.98,3=100.00 5,,,\n"
+      "1,100,2026-11-23,,790,1,,,,,,,item,\n"
+      "1,101,2026-11-23,10:05:00,791,1,,,1,,,111,,\n"
+      "1,102,2026-11-23,10:10:00,790,9,,,1,,5,,,\n"
+      "1,103,2026-11-23,10:15:00,790,1,,,1,,,,cupom,\n"
+      "1,104,2026-11-23,10:20:00,795,1,,,1,,5,,,\n"
+      "1,104,2026-11-23,,790,1,,,,,,,,\n"
+      "1,105,2026-11-23,25:00:00,790,1,,,1,,5,,,\n"
+      "1,106,2026-11-23,10:30:00,791,1,,,1,,5=40.00,,,\n"
+      "1,107,2026-11-23,10:35:00,791,1,,,1,,5,,,\n"
       "1,107,2026-11-23,10:35:00\n"
-      "1,108,2026-11-23,10:40:00,791,2,,40,1,,5,,\n"
-      "1,108,2026-11-23,10:41:00,791,2,,40,1,,5,,\n"
-      "2,1,2026-11-24,00:10:00,791,2,,40,1,,5,,\n";
+      "1,108,2026-11-23,10:40:00,791,2,,40,1,,5,,,\n"
+      "1,108,2026-11-23,10:41:00,791,2,,40,1,,5,,,\n"
+      "1,109,2026-11-23,10:45:00,791,1,,,1,,,,,2/77\n"
+      "1,110,2026-11-23,10:50:00,791,1,,,1,,,,,2-77\n"
+      "1,111,2026-11-23,10:55:00,791,1,,1000000.01,1,,5,,,\n"
+      "1,112,2026-11-23,10:55:00,791,1000001,,,1,,5,,,\n"
+      "1,113,2026-11-23,10:55:00,791,1,,,1,,5=9999999999999.00,,,\n"
+      "2,1,2026-11-24,00:10:00,791,2,,40,1,,5,,,\n";
   const SalesResult result = take(file);
-  EXPECT_EQ(result.sold, 4u);
+  EXPECT_EQ(result.sold, 5u);
   EXPECT_EQ(result.cancelled, 1u);
   EXPECT_EQ(
       rows("SELECT No_Impressora, No_CupomFiscal, Vl_TotalLiquido, Vl_Cancelamentos, Ic_Excluido FROM CupomFiscal "
            "ORDER BY No_Impressora, No_CupomFiscal"),
-      "1,100,120,46.9,False\n1,101,45,46.9,False\n1,103,0,93.8,True\n2,1,80,0,False\n");
+      "1,100,120,46.9,False\n1,101,45,46.9,False\n1,103,0,93.8,True\n1,109,45,93.8,False\n2,1,80,0,False\n");
   std::string refused;
   for (const RefusedSale& sale : result.refused) refused += sale.coupon + ": " + sale.reason + "\n";
   EXPECT_EQ(refused,
@@ -249,12 +306,16 @@ TEST_F(SalesFileTest, GoodCouponsAreSoldAndBadOnesTold) {
             "impressora 1, cupom 105, 2026-11-23: vendas.csv, linha 9: data e hora não são aaaa-mm-dd e hh:mm:ss: "
             "'2026-11-23 25:00:00'\n"
             "impressora 1, cupom 106, 2026-11-23: recebimentos não conferem: 40,00 em lugar de 45,00\n"
-            "impressora 1, cupom 107, 2026-11-23: vendas.csv, linha 12: 4 campos em lugar de 13\n"
-            "impressora 1, cupom 108, 2026-11-23: vendas.csv, linha 14: hora diferente da primeira linha do cupom\n");
+            "impressora 1, cupom 107, 2026-11-23: vendas.csv, linha 12: 4 campos em lugar de 14\n"
+            "impressora 1, cupom 108, 2026-11-23: vendas.csv, linha 14: hora diferente da primeira linha do cupom\n"
+            "impressora 1, cupom 110, 2026-11-23: vendas.csv, linha 16: cartao não é tipo/código: '2-77'\n"
+            "impressora 1, cupom 111, 2026-11-23: vendas.csv, linha 17: preco acima de 1000000: 1000000.01\n"
+            "impressora 1, cupom 112, 2026-11-23: vendas.csv, linha 18: quantidade acima de 1000000: 1000001\n"
+            "impressora 1, cupom 113, 2026-11-23: vendas.csv, linha 19: pagamento inválido: '5=9999999999999.00'\n");
   const std::string before = state();
   const SalesResult again = take(file);
   EXPECT_EQ(again.sold, 0u);
-  EXPECT_EQ(again.repeated, 4u);
+  EXPECT_EQ(again.repeated, 5u);
   EXPECT_TRUE(state() == before);
 }
 

@@ -38,6 +38,9 @@ class Week : public ::testing::Test {
 
     Worked() {
       register_station(station, kWeek + "cadastro");
+      for (int shift = 0; shift < 2 * kDays; ++shift) {
+        station.connection().Execute("INSERT INTO Caixa (Cd_PessoaUsuaria, Cd_Funcionario) Values (1, 51)");
+      }
       import(station, folder, kSample + "/leituras.csv");
       for (int day = 0; day < kDays; ++day) days.push_back(work_day(station, folder, day));
     }

@@ -18,6 +18,7 @@ class VenderProgram : public ::testing::Test {
     ASSERT_EQ(run_program("criar " + database()).status, 0);
     for (const char* statement :
          {"INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria) Values (1)",
+          "INSERT INTO ECF (Cd_PessoaUsuaria, No_Impressora) Values (1, 1)",
           "INSERT INTO TipoRecebimento (Cd_TipoRecebimento, Nm_TipoRecebimento) Values (5, 'DINHEIRO')",
           "INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, Cd_CodBarras, No_Tipo, Vl_Preco) "
           "Values (1, 'LAVAGEM', '791', 2, 45)"}) {
