@@ -61,12 +61,13 @@ constexpr std::string_view kReceiptLink[] = {"Cd_PessoaUsuaria", "No_Impressora"
                                              "No_Recebimento"};
 constexpr std::string_view kReceipt[] = {"Cd_PessoaUsuaria", "No_Recebimento"};
 
+// Follows the figure before it without a blank.
 std::string_view coupon_lines_of(TipoConsultaItensEnum which) {
   switch (which) {
     case SomenteProdutos:
-      return "\rAND B.No_Tipo = 1";
+      return "AND B.No_Tipo = 1";
     case SomenteServicos:
-      return "\rAND B.No_Tipo = 2";
+      return "AND B.No_Tipo = 2";
     default:
       return "";
   }

@@ -1,7 +1,6 @@
 #include "posto/fiscal/DALItemCupomFiscal.h"
 
 #include "posto/core/column_list.h"
-#include "posto/core/mapper.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
 
@@ -80,18 +79,6 @@ void DALItemCupomFiscal::Excluir() {
                 ObVO->Cd_PessoaUsuaria, ObVO->No_Impressora, ObVO->No_CupomFiscal,
                 DateSemHoraToSql(ObVO->Dt_Emissao, *ObVOSistema), ObVO->No_Item));
   });
-}
-
-VOItemCupomFiscal& DALItemCupomFiscal::ConsultarProduto(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro) {
-  routine("ConsultarProduto", [&] {
-    static constexpr std::string_view kProduct[] = {"Cd_PessoaUsuaria", "Cd_Produto"};
-    const bool reset = Ic_RestaurarDefaulSeNaoEcontrarRegistro;
-    Recordset product = open_by_key("Produto", has_values(kProduct) ? Names(kProduct) : Names(), reset);
-    require_record(product, "ItemCupomFiscal", reset);
-    read_record(product, vo());
-    product.Close();
-  });
-  return *ObVO;
 }
 
 }  // namespace posto

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "posto/fiscal/line_of_product.h"
 #include "posto/fiscal/live_entity.h"
 #include "posto/forecourt/DALBomba.h"
 #include "posto/schema/fiscal.h"
@@ -18,9 +19,9 @@ inline constexpr Description kItemCupomFiscal{
 
 // Standard operations (core/entity.h) with the differences told at each. The key is the coupon's and No_Item.
 // Consultar finds live lines only.
-class DALItemCupomFiscal : public LiveEntity<VOItemCupomFiscal, kItemCupomFiscal> {
+class DALItemCupomFiscal : public LineOfProduct<LiveEntity<VOItemCupomFiscal, kItemCupomFiscal>> {
  public:
-  using LiveEntity::LiveEntity;
+  using LineOfProduct::LineOfProduct;
 
   // The nozzle and the product that go with the line; each has this object's settings whenever it is asked for.
   const std::shared_ptr<DALBomba>& Ob_DALBomba() { return with_settings(nozzle_); }
@@ -34,12 +35,6 @@ class DALItemCupomFiscal : public LiveEntity<VOItemCupomFiscal, kItemCupomFiscal
   bool Incluir();
   // Marks the line as deleted and cuts its links to ledger and fuelling; the row stays.
   void Excluir();
-
-  // Reads the line's product into the value object: the columns that both have (rates, tax situation, unit). Raises
-  // 0x80040201 without Cd_PessoaUsuaria and Cd_Produto, 0x80040202 with "(ItemCupomFiscal)" when there is no such
-  // product; the flag resets the value object before they are raised. Errors 13, 438 and 440 go on at the next
-  // statement.
-  VOItemCupomFiscal& ConsultarProduto(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false);
 
  private:
   std::string instrucaoInsert();

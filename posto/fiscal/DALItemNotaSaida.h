@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "posto/core/entity.h"
+#include "posto/fiscal/line_of_product.h"
 #include "posto/forecourt/DALBomba.h"
 #include "posto/schema/fiscal.h"
 #include "posto/stock/DALProduto.h"
@@ -18,19 +18,13 @@ inline constexpr Description kItemNotaSaida{
     .empty_query = "Cd_PessoaUsuaria = 0 and No_Nota = 0 and Cd_TipoNF = 0 and No_Item = 0"};
 
 // Standard operations (core/entity.h).
-class DALItemNotaSaida : public Entity<VOItemNotaSaida, kItemNotaSaida> {
+class DALItemNotaSaida : public LineOfProduct<Entity<VOItemNotaSaida, kItemNotaSaida>> {
  public:
-  using Entity::Entity;
+  using LineOfProduct::LineOfProduct;
 
   // Objects that a caller keeps beside the line; the line's operations do not use them.
   std::shared_ptr<DALBomba> Ob_DALBomba = std::make_shared<DALBomba>();
   std::shared_ptr<DALProduto> Ob_DALProduto = std::make_shared<DALProduto>();
-
-  // Reads the line's product into the value object: the columns that both have (rates, tax situation, unit). Raises
-  // 0x80040201 without Cd_PessoaUsuaria and Cd_Produto, 0x80040202 with "(ItemNotaSaida)" when there is no such
-  // product; the flag resets the value object before they are raised. Errors 13, 438 and 440 go on at the next
-  // statement.
-  VOItemNotaSaida& ConsultarProduto(bool Ic_RestaurarDefaulSeNaoEcontrarRegistro = false);
 };
 
 }  // namespace posto

@@ -26,15 +26,16 @@ VO& PrinterDayRecord<VO, kDescription>::ConsultarUltimo(bool Ic_RestaurarDefaulS
   this->routine("ConsultarUltimo", [&] {
     constexpr std::string_view kTable = kDescription.table;
     const VO& vo = *this->ObVO;
-    Recordset record = this->open(sql(R"(
+    // Detached, so that the last row is reached whatever cursor the settings name.
+    Recordset record = this->detached(sql(R"(
          SELECT {}.*
          FROM {}
          WHERE ( {}.Cd_PessoaUsuaria = {}
          And {}.No_Impressora={}
          And {}.Dt_Movimento <= {} )
          ORDER BY {}.Dt_Movimento ;)",
-                                      kTable, kTable, kTable, vo.Cd_PessoaUsuaria, kTable, vo.No_Impressora, kTable,
-                                      day_literal(), kTable));
+                                          kTable, kTable, kTable, vo.Cd_PessoaUsuaria, kTable, vo.No_Impressora, kTable,
+                                          day_literal(), kTable));
     if (!record.EOF()) record.MoveLast();
     take(record, Ic_RestaurarDefaulSeNaoEcontrarRegistro);
   });

@@ -237,11 +237,13 @@ TEST_F(Receipt, InquiriesAreFoundByMagneticLineOrByAccount) {
   // The line alone decides where there is one.
   fill("000116", "L000115");
   EXPECT_EQ(inquiries.Consultar().Nm_IdDocumento, "000115");
+  EXPECT_TRUE(inquiries.statement().ends_with("\r-- ConsultaCheque_03\r")) << inquiries.statement();
   fill("000116", "");
   EXPECT_EQ(inquiries.Consultar().Ds_Resposta, "000116");
 
   fill("000117", "");
   EXPECT_FALSE(inquiries.Existe());
+  EXPECT_TRUE(inquiries.statement().ends_with("\r-- ConsultaCheque_01\r"));
   EXPECT_EQ(v.Cd_Banco, 237);
   EXPECT_FALSE(inquiries.Existe(true));
   EXPECT_EQ(v.Cd_Banco, 0);

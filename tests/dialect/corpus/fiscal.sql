@@ -593,6 +593,7 @@ AND Fl_DisNaVenda = 1
 SELECT    *
 FROM     ConsultaCheque
 WHERE    Cd_Cmc7 = '237024500180000115505603'
+-- ConsultaCheque_03
 
 -- DALConsultaCheque.Consultar (by bank, branch, account and document)
 SELECT    *
@@ -601,6 +602,7 @@ WHERE    Cd_Banco = 237 and
          Cd_Agencia = 245 and
          Cd_Conta = '0018000-0' and
          Nm_IdDocumento = '000115'
+-- ConsultaCheque_01
 
 -- DALConsultaCheque.Incluir
 Select * From ConsultaCheque Where Cd_Banco = 0 and Cd_Agencia = 0 and Cd_Conta = '' and Nm_IdDocumento = ''
