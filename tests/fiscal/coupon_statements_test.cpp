@@ -1,6 +1,4 @@
-#include <cctype>
 #include <functional>
-#include <map>
 
 #include "posto/fiscal/DALCuponsFiscais.h"
 #include "tests/dialect/corpus.h"
@@ -8,11 +6,6 @@
 
 namespace posto {
 namespace {
-
-std::string without_blanks(std::string text) {
-  std::erase_if(text, [](unsigned char c) { return std::isspace(c) != 0; });
-  return text;
-}
 
 class CouponStatementsTest : public FiscalTest {
  protected:
@@ -79,18 +72,17 @@ TEST_F(CouponStatementsTest, AreThoseOfTheCorpus) {
       {"DALCuponsFiscais.rsItensParaEmissaoNFServicosCupons",
        [&] { day_of_coupons_.rsItensParaEmissaoNFServicosCupons(day("2009-04-03")); }},
   };
-  std::map<std::string, std::string> corpus;
-  for (const auto& entry : testing::read_corpus()) corpus[entry.name] = without_blanks(entry.statement);
   for (const auto& [name, operation] : kOperations) {
     SCOPED_TRACE(name);
-    ASSERT_TRUE(corpus.contains(name));
+    const auto wanted = testing::corpus_statement(name);
+    ASSERT_TRUE(wanted);
     // A statement that the server refuses, and a record that is not there, fail behind it.
     failure_of(operation);
     const std::string_view of(name);
     const EntityBase& entity = of.starts_with("DALItem")    ? static_cast<const EntityBase&>(item_)
                                : of.starts_with("DALCupom") ? static_cast<const EntityBase&>(coupon_)
                                                             : day_of_coupons_;
-    EXPECT_EQ(without_blanks(entity.statement()), corpus[name]);
+    EXPECT_EQ(testing::words_of(entity.statement()), testing::words_of(*wanted));
   }
 }
 

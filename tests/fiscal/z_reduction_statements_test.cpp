@@ -1,6 +1,5 @@
+#include <algorithm>
 #include <functional>
-#include <map>
-#include <sstream>
 
 #include "posto/fiscal/DALMapaResumoECF.h"
 #include "posto/fiscal/DALReducaoZ.h"
@@ -9,15 +8,6 @@
 
 namespace posto {
 namespace {
-
-// The words of a statement with one blank between them.
-std::string words_of(std::string statement) {
-  std::ranges::replace(statement, '|', ' ');
-  std::istringstream in(statement);
-  std::string text, word;
-  while (in >> word) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
 
 // The corpus, whose plans and texts are tested elsewhere, has what the classes run.
 TEST(ZReductionStatements, AreThoseOfTheCorpus) {
@@ -37,10 +27,6 @@ TEST(ZReductionStatements, AreThoseOfTheCorpus) {
   };
   set_key(*reduction.ObVO);
   set_key(*map.ObVO);
-  std::multimap<std::string, std::string> corpus;
-  for (const auto& entry : testing::read_corpus()) {
-    corpus.emplace(entry.name.substr(0, entry.name.find(' ')), words_of(entry.statement));
-  }
   const std::pair<const char*, std::function<void()>> kOperations[] = {
       {"DALReducaoZ.Existe", [&] { reduction.Existe(); }},
       {"DALReducaoZ.Incluir", [&] { reduction.Incluir(); }},
@@ -65,10 +51,10 @@ TEST(ZReductionStatements, AreThoseOfTheCorpus) {
     SCOPED_TRACE(name);
     std::vector<std::string> run = database.statements_of(operation);
     std::erase_if(run, [](const std::string& s) { return s.find('?') != std::string::npos; });  // a record set's own
-    std::vector<std::string> wanted;
-    for (auto [at, end] = corpus.equal_range(name); at != end; ++at) wanted.push_back(at->second);
+    std::vector<std::string> wanted = testing::corpus_statements(name);
     ASSERT_FALSE(wanted.empty());
-    std::ranges::transform(run, run.begin(), words_of);
+    for (auto* statements : {&run, &wanted})
+      std::ranges::transform(*statements, statements->begin(), testing::words_of);
     EXPECT_EQ(run, wanted);
   }
 }

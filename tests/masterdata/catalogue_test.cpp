@@ -2,7 +2,6 @@
 #include "posto/masterdata/catalogue.h"
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <ostream>
 
@@ -95,15 +94,6 @@ std::string tidy(std::string_view statement) {
   return text;
 }
 
-const std::map<std::string, std::string>& corpus() {
-  static const auto statements = [] {
-    std::map<std::string, std::string> by_name;
-    for (const auto& entry : testing::read_corpus()) by_name.emplace(entry.name, tidy(entry.statement));
-    return by_name;
-  }();
-  return statements;
-}
-
 class Catalogue : public DatabaseTest, public ::testing::WithParamInterface<Line> {
  protected:
   // One record: whose, under which key, with which values.
@@ -183,8 +173,8 @@ class Catalogue : public DatabaseTest, public ::testing::WithParamInterface<Line
 
   // The corpus's statement of an operation of the class.
   std::optional<std::string> told(std::string_view operation) const {
-    const auto entry = corpus().find(std::string(facts_.class_name) + "." + std::string(operation));
-    return entry == corpus().end() ? std::nullopt : std::optional(entry->second);
+    const auto statement = testing::corpus_statement(std::string(facts_.class_name) + "." + std::string(operation));
+    return statement ? std::optional(tidy(*statement)) : std::nullopt;
   }
 
   // The path of a failure of the class's own.

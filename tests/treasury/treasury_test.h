@@ -3,9 +3,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <initializer_list>
-#include <map>
 #include <string>
 #include <string_view>
 
@@ -21,20 +19,7 @@ inline constexpr std::int32_t kShift = 87, kEmployee = 42;
 
 inline Currency money(std::string_view text) { return Currency::parse(text); }
 
-// A statement with single blanks between its words, so that two can be compared whatever their lines; the end of a
-// comment is kept as "|".
-inline std::string words_of(std::string_view statement) {
-  std::string text;
-  while (!statement.empty()) {
-    const std::string_view line = statement.substr(0, statement.find_first_of("\r|"));
-    statement.remove_prefix(std::min(line.size() + 1, statement.size()));
-    for (char c : line) {
-      if (c != ' ' || (!text.empty() && text.back() != ' ' && text.back() != '|')) text += c;
-    }
-    if (!text.empty() && text.back() != ' ') text += line.find(" -- ") == std::string_view::npos ? ' ' : '|';
-  }
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
+using testing::words_of;
 
 class TreasuryTest : public DatabaseTest {
  protected:
@@ -131,15 +116,8 @@ class TreasuryTest : public DatabaseTest {
     shift_.ObVO->Vl_FaltaSangrias = money("0.41");
   }
 
-  // The statements that the library is to compose, by name.
-  static const std::string& wanted(const std::string& name) {
-    static const auto statements = [] {
-      std::map<std::string, std::string> by_name;
-      for (const auto& entry : testing::read_corpus()) by_name.emplace(entry.name, words_of(entry.statement));
-      return by_name;
-    }();
-    return statements.at(name);
-  }
+  // The statement that the library is to compose.
+  static std::string wanted(const std::string& name) { return words_of(testing::corpus_statement(name).value()); }
   // Runs `body` and compares what it sent, statement by statement.
   template <class Body>
   void expect_statements(std::initializer_list<const char*> names, Body&& body) {
