@@ -35,8 +35,21 @@ std::shared_ptr<Engine> create_file(const std::string& file, std::int32_t timeou
   auto failed = [&](const std::string& why) { return Erro(erro::kProviderFailure, "SQLite", "O banco " + file + why); };
   if (fs::exists(file)) throw failed(" já existe");
   const std::string unfinished = file + ".criando";
-  for (const char* part : {"", "-wal", "-shm"}) fs::remove(unfinished + part);
-  std::make_shared<sqlite::SqliteEngine>(unfinished, timeout_seconds, true)->create_schema();
+  auto remove_unfinished = [&] {
+    for (const char* part : {"", "-wal", "-shm"}) fs::remove(unfinished + part);
+  };
+  remove_unfinished();
+  try {
+    std::make_shared<sqlite::SqliteEngine>(unfinished, timeout_seconds, true)->create_schema();
+  } catch (const Erro&) {
+    remove_unfinished();
+    throw;
+  }
+  // What SQLite could not move from its journal into the file would be lost with the name.
+  if (fs::exists(unfinished + "-wal")) {
+    remove_unfinished();
+    throw failed(" não pôde ser criado: não há mais espaço no disco");
+  }
   std::error_code error;
   fs::rename(unfinished, file, error);
   if (error) throw failed(" não pôde ser criado: " + error.message());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <filesystem>
 #include <optional>
 #include <utility>
 
@@ -40,6 +41,19 @@ std::int64_t single_integer(sqlite3* database, const char* sql) {
   return value;
 }
 
+// SQLite's own words do not tell these apart.
+std::string why_not_opened(const std::string& path, sqlite3* database) {
+  namespace fs = std::filesystem;
+  if (database == nullptr) return "sem memória";
+  std::error_code unknown;
+  if (fs::is_directory(path, unknown)) return "é uma pasta";
+  if (sqlite3_errcode(database) == SQLITE_CANTOPEN && !fs::exists(path, unknown)) {
+    const fs::path folder = fs::absolute(path, unknown).parent_path();
+    return fs::exists(folder, unknown) ? "o arquivo não existe" : "não há a pasta " + folder.string();
+  }
+  return sqlite3_errmsg(database);
+}
+
 }  // namespace
 
 SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds, bool create) {
@@ -49,7 +63,7 @@ SqliteEngine::SqliteEngine(const std::string& path, std::int32_t timeout_seconds
     sqlite3_close_v2(database_);
     throw Erro(erro::kProviderFailure, "SQLite", "Não foi possível abrir o banco " + path + ": " + why);
   };
-  if (code != SQLITE_OK) refuse(database_ == nullptr ? "sem memória" : sqlite3_errmsg(database_));
+  if (code != SQLITE_OK) refuse(why_not_opened(path, database_));
   sqlite3_extended_result_codes(database_, 1);
   sqlite3_busy_timeout(database_, milliseconds(timeout_seconds));
   std::int64_t id = single_integer(database_, "PRAGMA application_id");
@@ -92,7 +106,7 @@ void SqliteEngine::create_schema() {
     run_own(mark.c_str());
     commit();
   } catch (const Erro&) {
-    rollback();
+    if (in_transaction()) rollback();  // a full disk ends it
     throw;
   }
   run_own("ANALYZE sqlite_schema");  // reads them
