@@ -11,7 +11,7 @@ namespace posto::flows {
 
 CsvTable::CsvTable(const std::string& path) : name_(std::filesystem::path(path).filename().string()), file_(path) {
   std::string header;
-  if (!file_.next(header)) fail("o arquivo está vazio");
+  if (!file_.next(header)) throw Erro(erro::kRuleViolation, "flows.CsvTable", name_ + ": o arquivo está vazio");
   columns_ = split_csv(header).value_or(std::vector<std::string>());
 }
 

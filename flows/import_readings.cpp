@@ -111,10 +111,10 @@ class Import {
 
   static void read_header(LineFile& file) {
     std::string line;
-    if (!file.next(line) || line != kReadingHeader) {
-      throw Erro(erro::kRuleViolation, "flows.import_readings",
-                 "O arquivo não começa com o cabeçalho " + std::string(kReadingHeader));
-    }
+    if (!file.next(line)) throw Erro(erro::kRuleViolation, "flows.import_readings", "O arquivo está vazio");
+    if (line == kReadingHeader) return;
+    throw Erro(erro::kRuleViolation, "flows.import_readings",
+               "O arquivo não começa com o cabeçalho " + std::string(kReadingHeader));
   }
 
   // Another workstation may have moved nozzles and numbers since the last group, or be in the way of this one.

@@ -50,8 +50,8 @@ void add_baixar(CLI::App& app, Session& session) {
     return text.find('\'') == std::string::npos ? std::string() : "'" + text + "' não é o nome de um computador";
   };
   command->add_option("--computador", options->computer, "nome do computador (este)")
-      ->check(CLI::Validator(is_name, "NOME"));
-  command->add_option("--impressora", options->printer, "número da impressora (1)")->check(CLI::Range(1, 255));
+      ->check(CLI::Validator(is_name, ""));
+  command->add_option("--impressora", options->printer, "número da impressora (1)")->check(whole_number(1, 255));
   add_form(command, options->form);
 }
 

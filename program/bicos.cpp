@@ -16,6 +16,7 @@ struct BicosOptions {
 constexpr double kHalfMillilitre = 0.0005;
 
 void show(Session& session, const BicosOptions& options) {
+  require_period(options.first, options.last);
   flows::Station station = session.open();
   Answer answer({{"Bico", "De_EnderecoLogicoBico"},
                  {"Descrição", "Ds_Bico"},

@@ -24,7 +24,7 @@ void add_cadastrar(CLI::App& app, Session& session) {
       ->add_option("pasta", *folder,
                    "pasta com empresa.csv, produtos.csv, ..., e os que têm o nome de uma tabela: Cliente.csv, UF.csv")
       ->required()
-      ->check(CLI::ExistingDirectory);
+      ->check(existing_folder());
 }
 
 }  // namespace posto::program

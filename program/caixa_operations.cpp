@@ -30,11 +30,15 @@ template <class Number>
 std::optional<Number> number_of(std::string text) {
   if (const std::size_t comma = text.find(','); comma != std::string::npos) text[comma] = '.';
   Number number{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  const char* last = text.data() + text.size();
+  std::from_chars_result read{};
   if constexpr (std::is_floating_point_v<Number>) {
+    read = std::from_chars(text.data(), last, number, std::chars_format::fixed);
     if (!std::isfinite(number)) return std::nullopt;
+  } else {
+    read = std::from_chars(text.data(), last, number);
   }
+  if (read.ec != std::errc() || read.ptr != last) return std::nullopt;
   return number;
 }
 
@@ -64,7 +68,7 @@ Currency amount_of(const std::string& text) {
 void add_employee(CLI::App* command, CaixaOperationsOptions& options, const char* description) {
   command->add_option("--funcionario", options.employee, description)
       ->required()
-      ->check(CLI::PositiveNumber)
+      ->check(whole_number())
       ->type_name("CÓDIGO");
 }
 
@@ -154,6 +158,7 @@ std::string_view state_text(std::int32_t state) {
 }
 
 void list(flows::Station& station, const CaixaOperationsOptions& options) {
+  require_period(options.first, options.last);
   const Date last = options.last.empty() ? (options.first.empty() ? clock_now().day() : options.first) : options.last;
   print_shifts(flows::shifts_between(station, options.first.empty() ? last : options.first, last), options.form);
 }
@@ -180,7 +185,7 @@ void print_shifts(const std::vector<flows::ShiftLine>& shifts, Form form) {
 CLI::Option* add_shift(CLI::App* command, std::int32_t& shift) {
   return command->add_option("--caixa", shift, "código do caixa")
       ->required()
-      ->check(CLI::PositiveNumber)
+      ->check(whole_number())
       ->type_name("CÓDIGO");
 }
 
@@ -231,7 +236,7 @@ void add_shift_operations(CLI::App& app, Session& session) {
   add_shift(divergence, options->shift);
   divergence->add_option("--tipo", options->kind, "tipo de divergência")
       ->required()
-      ->check(CLI::PositiveNumber)
+      ->check(whole_number())
       ->type_name("CÓDIGO");
   divergence
       ->add_option_function<std::string>(

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <charconv>
 #include <cstdio>
 #include <memory>
 
@@ -35,9 +36,10 @@ flows::Station Session::open() const { return flows::open_station(database, comp
 
 CLI::App* add_command(CLI::App& app, Session& session, const char* name, const char* description,
                       std::function<void()> run) {
-  CLI::App* command = app.add_subcommand(name, description);
+  CLI::App* command = app.add_subcommand(name, description)->group("Comandos");
   command->add_option("banco", session.database, "arquivo do banco, ou texto de conexão")->required();
-  command->add_option("--empresa", session.company, "código da empresa usuária, quando há mais de uma");
+  command->add_option("--empresa", session.company, "código da empresa usuária, quando há mais de uma")
+      ->check(whole_number());
   command->add_flag("--trace", session.trace, "mostra cada comando com o tempo e as linhas");
   command->callback(std::move(run));
   return command;
@@ -62,8 +64,30 @@ void add_day(CLI::App* command, const char* name, Date& day, const char* descrip
     bool good = text.size() == 10 && Date::parse_iso(text).has_value();
     return good ? std::string() : "'" + text + "' não é uma data (aaaa-mm-dd)";
   };
-  command->add_option_function<std::string>(name, read, description)->check(check, "DATA")->type_name("DATA");
+  command->add_option_function<std::string>(name, read, description)->check(check)->type_name("DATA");
 }
+
+void require_period(Date first, Date last) {
+  if (first.empty() || last.empty() || first <= last) return;
+  throw CLI::ValidationError(fmt::format("o período termina ({}) antes de começar ({})",
+                                         format_date(last, "dd/mm/yyyy"), format_date(first, "dd/mm/yyyy")));
+}
+
+// The command-line library's own check goes by floating point and tells the range in it.
+CLI::Validator whole_number(std::int32_t least, std::int32_t most) {
+  return {[least, most](const std::string& text) {
+            std::int32_t number = 0;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+            const bool whole = error == std::errc() && end == text.data() + text.size();
+            if (whole && number >= least && number <= most) return std::string();
+            return fmt::format("'{}' não é um número inteiro de {} a {}", text, least, most);
+          },
+          ""};
+}
+
+CLI::Validator existing_file() { return CLI::Validator(CLI::ExistingFile).description(""); }
+
+CLI::Validator existing_folder() { return CLI::Validator(CLI::ExistingDirectory).description(""); }
 
 ProgressLine::ProgressLine(std::string what) : what_(std::move(what)), terminal_(isatty(STDERR_FILENO) == 1) {}
 

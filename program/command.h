@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <limits>
 #include <string>
 
 #include "flows/station.h"
@@ -34,6 +35,14 @@ void add_form(CLI::App* command, Form& form);
 
 // Adds an option that takes a day (yyyy-mm-dd).
 void add_day(CLI::App* command, const char* name, Date& day, const char* description);
+
+// Wrong use where a period ends before it begins. Either day may be empty.
+void require_period(Date first, Date last);
+
+// What the value of an option must be.
+CLI::Validator whole_number(std::int32_t least = 1, std::int32_t most = std::numeric_limits<std::int32_t>::max());
+CLI::Validator existing_file();
+CLI::Validator existing_folder();
 
 // A progress line on standard error, where that is a terminal; nothing in a pipe.
 class ProgressLine {

@@ -71,18 +71,12 @@ void show(const flows::Station& station, const CupomOptions& options) {
 void run(Session& session, const CupomOptions& options) {
   flows::Station station = session.open();
   if (!options.cancel) return show(station, options);
-  try {
-    if (options.item == 0) {
-      flows::cancel_coupon(station, options.key);
-      fmt::print("Cupom cancelado\n");
-    } else {
-      flows::cancel_line(station, options.key, options.item);
-      fmt::print("Item cancelado\n");
-    }
-  } catch (const Erro& failure) {
-    if (failure.number() != erro::kRuleViolation) throw;
-    fmt::print("Recusado: {}\n", failure.description());
-    session.status = kRefused;
+  if (options.item == 0) {
+    flows::cancel_coupon(station, options.key);
+    fmt::print("Cupom cancelado\n");
+  } else {
+    flows::cancel_line(station, options.key, options.item);
+    fmt::print("Item cancelado\n");
   }
 }
 
@@ -94,12 +88,12 @@ void add_cupom(CLI::App& app, Session& session) {
                                   [&session, options] { run(session, *options); });
   command->add_option("--impressora", options->key.printer, "número da impressora")
       ->required()
-      ->check(CLI::Range(1, 255));
-  command->add_option("--cupom", options->key.number, "número do cupom")->required()->check(CLI::PositiveNumber);
+      ->check(whole_number(1, 255));
+  command->add_option("--cupom", options->key.number, "número do cupom")->required()->check(whole_number());
   add_day(command, "--data", options->key.issued, "dia da emissão");
   command->get_option("--data")->required();
   auto* cancel = command->add_flag("--cancelar", options->cancel, "cancela o cupom, ou só o item de --item");
-  command->add_option("--item", options->item, "número do item")->check(CLI::Range(1, 255))->needs(cancel);
+  command->add_option("--item", options->item, "número do item")->check(whole_number(1, 255))->needs(cancel);
   add_form(command, options->form);
 }
 

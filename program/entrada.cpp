@@ -32,7 +32,7 @@ void add_entrada(CLI::App& app, Session& session) {
   auto options = std::make_shared<EntradaOptions>();
   CLI::App* command = add_command(app, session, "entrada", "Registra as notas de compra de um arquivo",
                                   [&session, options] { take_in(session, *options); });
-  command->add_option("notas", options->file, "arquivo CSV das notas")->required()->check(CLI::ExistingFile);
+  command->add_option("notas", options->file, "arquivo CSV das notas")->required()->check(existing_file());
   add_form(command, options->form);
 }
 

@@ -72,6 +72,7 @@ Answer ledger_of(const flows::Station& station, std::int32_t code, Date first, D
 }
 
 void show(const Session& session, const EstoqueOptions& options) {
+  require_period(options.first, options.last);
   flows::Station station = session.open();
   const Date first = options.first.empty() ? Date::of_day(1900, 1, 1) : options.first;
   const Date last = !options.last.empty()  ? options.last
@@ -94,7 +95,8 @@ void add_estoque(CLI::App& app, Session& session) {
   add_day(command, "--data", options->day, "estoque no fim deste dia");
   add_day(command, "--de", options->first, "primeiro dia dos movimentos");
   add_day(command, "--ate", options->last, "último dia dos movimentos");
-  auto* product = command->add_option("--produto", options->product, "código do produto")->check(CLI::PositiveNumber);
+  for (const char* period : {"--de", "--ate"}) command->get_option(period)->excludes(command->get_option("--data"));
+  auto* product = command->add_option("--produto", options->product, "código do produto")->check(whole_number());
   auto* ledger = command->add_flag("--kardex", options->ledger, "os lançamentos do produto")->needs(product);
   product->needs(ledger);
   add_form(command, options->form);

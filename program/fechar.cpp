@@ -111,10 +111,10 @@ void add_fechar(CLI::App& app, Session& session) {
       ->type_name("NOME")
       ->expected(1)
       ->take_all()
-      ->check(check_name, "NOME");
+      ->check(check_name);
   command->add_option("--usuario", options->closing.user, "quem fecha o dia e aceita o que foi encontrado");
   command->add_option("--tentativas", options->closing.attempts, "recálculos de um produto, cada um mais tolerante")
-      ->check(CLI::Range(1, 100));
+      ->check(whole_number(1, 100));
   command->add_flag("--tudo", options->all_rows,
                     "mostra todas as linhas do que foi encontrado, não só as primeiras 20");
 }

@@ -26,7 +26,7 @@ void add_importar(CLI::App& app, Session& session) {
         fmt::print("As rejeitadas estão em {}\n", result.rejected_file);
         session.status = kRefused;
       });
-  command->add_option("leituras", *file, "arquivo CSV das leituras")->required()->check(CLI::ExistingFile);
+  command->add_option("leituras", *file, "arquivo CSV das leituras")->required()->check(existing_file());
 }
 
 }  // namespace posto::program

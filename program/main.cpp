@@ -2,9 +2,13 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
+#include <string>
 
+#include "posto/core/error_vocabulary.h"
 #include "posto/types/erro.h"
 #include "program/command.h"
 #include "program/wrong_use.h"
@@ -13,15 +17,32 @@ namespace {
 
 using namespace posto::program;
 
-void print_failure(const posto::Erro& failure) {
-  fmt::print(stderr, "{}: {}\n", posto::number_text(failure.number()), failure.description());
+// What was asked goes against a rule of the system, or names what is not there: nothing is broken.
+bool is_refusal(const posto::Erro& failure) {
+  return failure.number() == posto::erro::kRuleViolation || failure.number() == posto::erro::kRecordNotFound;
+}
+
+Status tell(const posto::Erro& failure) {
+  const bool refused = is_refusal(failure);
+  std::string told = failure.description();
+  told.erase(told.find_last_not_of(" \r\n") + 1);  // a server's own words end a line
+  fmt::print(stderr, "{}: {}\n", refused ? "Recusado" : posto::number_text(failure.number()), told);
   if (!failure.source().empty()) fmt::print(stderr, "caminho: {}\n", failure.source());
+  return refused ? kRefused : kFailed;
+}
+
+// An answer that could not be written whole, to a full disk for one, is a failure.
+int written(int status) {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  fmt::print(stderr, "A resposta não pôde ser escrita por inteiro: {}\n", std::strerror(errno));
+  return kFailed;
 }
 
 int run(int argc, char** argv) {
   CLI::App app(
       "posto: os fluxos de um posto de combustíveis.\n"
       "Termina com 0 (feito), 1 (recusado, com o que foi encontrado), 2 (uso errado) ou 3 (falha).");
+  app.name("posto");
   Session session;
   speak_portuguese(app);
   app.require_subcommand(1);
@@ -39,8 +60,7 @@ int run(int argc, char** argv) {
     app.exit(wrong);
     return kWrongUse;
   } catch (const posto::Erro& failure) {
-    print_failure(failure);
-    return kFailed;
+    return tell(failure);
   }
   return session.status;
 }
@@ -49,7 +69,7 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
-    return run(argc, argv);
+    return written(run(argc, argv));
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s\n", failure.what());
     return kFailed;

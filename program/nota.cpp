@@ -133,6 +133,7 @@ void cancel(flows::Station& station, Session& session, const NotaOptions& o) {
 void run(Session& session, const NotaOptions& o) {
   const bool one = o.entry != 0 || o.number != 0;
   if (o.cancel && !one) throw CLI::ValidationError("--cancelar", "pede --entrada, ou --tipo e --numero");
+  require_period(o.from, o.to);
   flows::Station station = session.open();
   if (!one) return list(station, o);
   if (o.cancel) return cancel(station, session, o);
@@ -148,7 +149,7 @@ void add_nota(CLI::App& app, Session& session) {
   auto* entry = command->add_option("--entrada", o->entry, "número de entrada de uma nota de compra");
   auto* kind = command->add_option("--tipo", o->kind, "tipo de uma nota emitida");
   auto* number = command->add_option("--numero", o->number, "número de uma nota emitida");
-  for (CLI::Option* option : {entry, kind, number}) option->check(CLI::PositiveNumber);
+  for (CLI::Option* option : {entry, kind, number}) option->check(whole_number());
   kind->needs(number)->excludes(entry);
   number->needs(kind);
   command->add_flag("--saidas", o->issued, "lista as notas emitidas, e não as de compra")->excludes(entry);

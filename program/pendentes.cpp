@@ -54,8 +54,10 @@ void add_pendentes(CLI::App& app, Session& session) {
     bool plain = !text.empty() && text.size() <= 2 && text.find_first_of("'\"") == std::string::npos;
     return plain ? std::string() : "'" + text + "' não é o endereço de um bico";
   };
-  nozzle->check(CLI::Validator(is_address, "XX"));
-  command->add_option("--funcionario", options->employee, "código do funcionário do caixa")->excludes(nozzle);
+  nozzle->check(CLI::Validator(is_address, ""));
+  command->add_option("--funcionario", options->employee, "código do funcionário do caixa")
+      ->check(whole_number())
+      ->excludes(nozzle);
   add_form(command, options->form);
 }
 

@@ -43,10 +43,10 @@ void add_recalcular(CLI::App& app, Session& session) {
                   [&session, options] { recalculate(session, *options); });
   add_day(command, "--desde", options->since, "primeiro dia recalculado");
   command->get_option("--desde")->required();
-  command->add_option("--produto", options->recalculation.product, "só este produto");
+  command->add_option("--produto", options->recalculation.product, "só este produto")->check(whole_number());
   command
       ->add_option("--tentativas", options->recalculation.attempts, "recálculos de um produto, cada um mais tolerante")
-      ->check(CLI::Range(1, 100));
+      ->check(whole_number(1, 100));
   add_form(command, options->form);
 }
 

@@ -72,6 +72,7 @@ std::vector<flows::PrinterDay> work(flows::Station& station, const ReducaoOption
 }
 
 void reduce(Session& session, const ReducaoOptions& options) {
+  require_period(options.first, options.last);
   flows::Station station = session.open();
   const std::vector<flows::PrinterDay> days = work(station, options);
   if (days.empty()) {
@@ -106,7 +107,7 @@ void add_reducao(CLI::App& app, Session& session) {
   command->get_option("--dia")->required();
   add_day(command, "--ate", options->last, "último dia, quando são vários");
   command->add_option("--impressora", options->printer, "uma impressora só (todas as que venderam)")
-      ->check(CLI::Range(1, 255));
+      ->check(whole_number(1, 255));
   command->add_flag("--listar", options->only_list, "mostra e confere, sem gravar");
   command->add_flag("--aliquotas", options->by_rate, "as vendas por alíquota, com --csv ou --json");
   add_form(command, options->form);

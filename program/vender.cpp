@@ -32,7 +32,7 @@ void add_vender(CLI::App& app, Session& session) {
   auto options = std::make_shared<VenderOptions>();
   CLI::App* command = add_command(app, session, "vender", "Registra as vendas de um arquivo, cupom a cupom",
                                   [&session, options] { sell(session, *options); });
-  command->add_option("vendas", options->file, "arquivo CSV das vendas")->required()->check(CLI::ExistingFile);
+  command->add_option("vendas", options->file, "arquivo CSV das vendas")->required()->check(existing_file());
   add_form(command, options->form);
 }
 

@@ -6,9 +6,11 @@
 namespace posto::program {
 namespace {
 
+constexpr std::string_view kNoCommand = "A subcommand is required";
+
 // The library's phrases, as far as the commands can meet them. Longer ones stand before what they begin with.
 constexpr std::pair<std::string_view, std::string_view> kPhrases[] = {
-    {"A subcommand is required", "falta o comando"},
+    {kNoCommand, "falta o comando"},
     {" is required", ": falta"},
     {" requires ", " pede "},
     {" excludes ", " não vai com "},
@@ -21,10 +23,7 @@ constexpr std::pair<std::string_view, std::string_view> kPhrases[] = {
     {"File is actually a directory: ", "não é um arquivo: "},
     {" required ", " falta: "},
     {" missing", ""},
-    {"Value ", ""},
-    {" not in range ", " não está no intervalo de "},
-    {"Number less or equal to 0", "não é positivo"},
-    {" to ", " a "}};
+    {"Value ", ""}};
 
 std::string translated(std::string text) {
   for (const auto& [english, portuguese] : kPhrases) {
@@ -34,18 +33,42 @@ std::string translated(std::string text) {
   return text;
 }
 
-constexpr std::pair<const char*, const char*> kLabels[] = {
-    {"Usage", "Uso"},      {"Options", "Opções"},     {"Positionals", "Argumentos"}, {"Subcommands", "Comandos"},
-    {"OPTIONS", "OPÇÕES"}, {"SUBCOMMAND", "COMANDO"}, {"SUBCOMMANDS", "COMANDOS"},   {"REQUIRED", "obrigatório"},
-    {"TEXT", "TEXTO"},     {"INT", "NÚMERO"},         {"Excludes", "não com"},       {"Needs", "pede"}};
+constexpr std::pair<const char*, const char*> kLabels[] = {{"Usage", "Uso"},
+                                                           {"Options", "Opções"},
+                                                           {"Positionals", "Argumentos"},
+                                                           {"Subcommands", "Comandos"},
+                                                           {"OPTIONS", "OPÇÕES"},
+                                                           {"SUBCOMMAND", "COMANDO"},
+                                                           {"SUBCOMMANDS", "COMANDOS"},
+                                                           {"REQUIRED", "obrigatório"},
+                                                           {"TEXT", "TEXTO"},
+                                                           {"INT", "NÚMERO"},
+                                                           {"UINT", "NÚMERO"},
+                                                           {"Excludes", "não com"},
+                                                           {"Needs", "pede"}};
+
+// The library looks up a label for some of its headings only.
+class Formatter : public CLI::Formatter {
+  std::string make_group(std::string group, bool is_positional,
+                         std::vector<const CLI::Option*> options) const override {
+    return CLI::Formatter::make_group(get_label(group), is_positional, std::move(options));
+  }
+};
+
+std::string what_is_wrong(const CLI::App& app, const CLI::Error& wrong) {
+  const std::vector<std::string> unknown = app.remaining();
+  if (wrong.what() == kNoCommand && !unknown.empty()) return "não há o comando " + unknown.front();
+  return translated(wrong.what());
+}
 
 }  // namespace
 
 void speak_portuguese(CLI::App& app) {
+  app.formatter(std::make_shared<Formatter>());
   for (const auto& [english, portuguese] : kLabels) app.get_formatter()->label(english, portuguese);
   app.set_help_flag("-h,--help", "mostra esta ajuda");
-  app.failure_message([](const CLI::App*, const CLI::Error& wrong) {
-    return translated(wrong.what()) + "\nA ajuda está em --help.\n";
+  app.failure_message([](const CLI::App* failed, const CLI::Error& wrong) {
+    return what_is_wrong(*failed, wrong) + "\nA ajuda está em --help.\n";
   });
 }
 

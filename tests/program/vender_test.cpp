@@ -55,7 +55,7 @@ TEST_F(VenderProgram, ACouponIsSoldShownAndTakenBack) {
   expect_said(coupon("--cancelar --item 1"), 1, "Recusado: é a única linha do cupom");
   expect_said(coupon(""), 0, "DINHEIRO 85,00");
   expect_said(coupon("--cancelar"), 0, "Cupom cancelado");
-  expect_said(coupon(""), 3, "Registro nao encontrado(CupomFiscal)");
+  expect_said(coupon(""), 1, "Registro nao encontrado(CupomFiscal)");
   EXPECT_EQ(coupon("--item 1").status, 2);
 }
 
