@@ -51,6 +51,7 @@ void fill(const std::string& file) {
   };
   add("EmpresaUsuaria", "Cd_PessoaUsuaria", "1");
   add("ECF", "Cd_PessoaUsuaria, No_Impressora", "1, 1");
+  add("TipoRecebimento", "Cd_TipoRecebimento", fmt::format("{}", flows::kCash));
   add("ReducaoZ", "Cd_PessoaUsuaria, No_Impressora, Dt_Movimento, Qt_ContReducoes", "1, 1, '2026-11-22', 411");
   add("SequenciadorGeral", "Nm_Atributo, No_Sequencial", "'Cd_LancamentoCardex/1', 1");
   add("SequenciadorGeral", "Nm_Atributo, No_Sequencial", "'No_Recebimento/1', 1");
