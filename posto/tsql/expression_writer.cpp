@@ -173,7 +173,8 @@ void ExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_com
       break;
   }
   if (!wanted.known || !e.type.known) return plain(e);
-  converted(e.type, wanted, [&] { plain(e); });
+  const bool decimal_money = wanted.base == SqlType::money && is_decimal(e);
+  converted(e.type, wanted, [&] { decimal_money ? rounded_decimal(e, 4) : plain(e); });
 }
 
 // Expressions by which rows are grouped are the same to a database only when their parameters are.
@@ -303,7 +304,9 @@ void ExpressionWriter::arithmetic(const Expr& e) {
       infix(" - ", e.type, e.type);
       break;
     case Op::multiply:
-      if (type == SqlType::money && !money_by_integer && !integer_by_money) {
+      if (is_decimal(e)) {
+        function("posto_multiply_decimal", e.type, e.type);
+      } else if (type == SqlType::money && !money_by_integer && !integer_by_money) {
         function("posto_multiply_money", e.type, e.type);
       } else {
         infix(" * ", integer_by_money ? a.type : e.type, money_by_integer ? b.type : e.type);
@@ -319,6 +322,12 @@ void ExpressionWriter::arithmetic(const Expr& e) {
       }
   }
   if (type == SqlType::float32) out_ += ')';
+}
+
+void ExpressionWriter::rounded_decimal(const Expr& e, std::int64_t decimals) {
+  out_ += "posto_round_decimal(";
+  e.kind == ExprKind::literal ? value(e) : plain(e);
+  put(", {})", decimals);
 }
 
 void ExpressionWriter::case_when(const Expr& e) {
@@ -350,6 +359,7 @@ void ExpressionWriter::call(const Expr& e) {
   const Type& first = e.args.empty() ? e.type : e.args[0]->type;
   switch (e.function) {
     case Function::round: {
+      if (is_decimal(*e.args[0])) return rounded_decimal(*e.args[0], *e.args[1]->pinned);
       std::string_view name = e.type.base == SqlType::money ? "posto_round_money"
                               : is_float(e.type.base)       ? "posto_round_real"
                                                             : "posto_round_int";

@@ -111,6 +111,7 @@ class ExpressionWriter {
   // Terms of a sum without parentheses of their own, as far as they have its type.
   void sum_chain(const Expr& e);
   void arithmetic(const Expr& e);
+  void rounded_decimal(const Expr& e, std::int64_t decimals);
   void case_when(const Expr& e);
   void cast(const Expr& e);
   void call(const Expr& e);

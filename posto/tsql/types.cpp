@@ -53,6 +53,12 @@ Type comparison_type(const Expr& a, const Expr& b) {
   return common_type(a.type, b.type);
 }
 
+bool is_decimal(const Expr& e) {
+  if (!e.type.known || e.type.base != SqlType::float64) return false;
+  if (e.kind != ExprKind::arithmetic || e.op != Op::multiply) return e.kind == ExprKind::literal;
+  return std::ranges::all_of(e.args, [](const ExprPtr& a) { return is_exact(a->type.base) || is_decimal(*a); });
+}
+
 std::optional<Type> arithmetic_type(Op op, const Expr& a, const Expr& b) {
   Type t = common_type(a.type, b.type);
   if (!t.known) return value_type(SqlType::int32);

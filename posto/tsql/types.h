@@ -23,6 +23,10 @@ Type common_type(const Type& a, const Type& b);
 // that is exact, so that a column is never converted to meet a literal.
 Type comparison_type(const Expr& a, const Expr& b);
 
+// Whether a value is an exact number with more decimals than money, carried in the double nearest to it: one written
+// so, or a product with a number that is written with decimals.
+bool is_decimal(const Expr& e);
+
 // The type of `a op b`; nothing when the operation does not exist for them.
 std::optional<Type> arithmetic_type(Op op, const Expr& a, const Expr& b);
 

@@ -1,15 +1,21 @@
 #include "posto/types/decimal.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <charconv>
 
 #include "posto/types/erro.h"
+#include "posto/types/rounding.h"
 #include "posto/types/text.h"
 
 namespace posto {
 namespace {
 
-constexpr int kExponentCap = 100'000;  // far outside every type, far inside an int
+__extension__ typedef __int128 Wide;  // for products of two 64-bit integers
+
+constexpr std::int64_t kWhole = std::int64_t{1} << 53;  // up to 2^53 a double holds every whole number
+constexpr int kExponentCap = 100'000;                   // far outside every type, far inside an int
 
 template <class Float>
 Decimal shortest(Float value) {
@@ -126,6 +132,31 @@ std::int64_t Decimal::scaled(int decimals) const {
     sum = sum * 10 + static_cast<std::uint64_t>(digit(power) - '0');
   }
   return signed_or_overflow(negative_, sum);
+}
+
+double decimal_product(double a, double b) {
+  constexpr double kLeast = 1e-15, kMost = 1e15;  // beyond them a decimal has no place
+  const auto beyond = [](double x) { return !(std::abs(x) < kMost) || (x != 0 && std::abs(x) < kLeast); };
+  if (beyond(a) || beyond(b)) return a * b;
+  const Decimal left(a), right(b);
+  const Wide product = Wide{left.scaled(left.decimals())} * right.scaled(right.decimals());
+  const int decimals = left.decimals() + right.decimals();
+  const bool short_digits = product < Wide{kWhole} && product > -Wide{kWhole};
+  if (short_digits && decimals < static_cast<int>(kPowersOfTen.size())) {
+    return static_cast<double>(product) / kPowersOfTen[static_cast<std::size_t>(decimals)];
+  }
+  const std::string text = fmt::format("{}e-{}", product, decimals);
+  double nearest = 0;
+  std::from_chars(text.data(), text.data() + text.size(), nearest);
+  return nearest;
+}
+
+double round_decimal(double value, int decimals) {
+  if (decimals < 0 || !std::isfinite(value)) return round_half_away(value, decimals);
+  Decimal rounded(value);
+  if (rounded.decimals() <= decimals) return value;
+  rounded.round(decimals, Half::Away);
+  return static_cast<double>(rounded.scaled(decimals)) / kPowersOfTen[static_cast<std::size_t>(decimals)];
 }
 
 std::int64_t signed_or_overflow(bool negative, std::uint64_t magnitude) {

@@ -90,6 +90,12 @@ constexpr std::uint64_t divide_half_up(std::uint64_t value, std::uint64_t unit) 
   return value / unit + (rest >= unit - rest ? 1 : 0);
 }
 
+// Decimals with more places than money has are carried in the double nearest to them.
+// Their product: the double nearest to the exact product of the two shortest decimal forms.
+double decimal_product(double a, double b);
+// The decimal rounded as it is written, halves away from zero. decimals: -15 to 15.
+double round_decimal(double value, int decimals);
+
 // The number of this sign and magnitude, or error 6 where 64 bits do not hold it.
 std::int64_t signed_or_overflow(bool negative, std::uint64_t magnitude);
 

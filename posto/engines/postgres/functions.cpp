@@ -34,6 +34,11 @@ CREATE FUNCTION posto_part_of_money(a numeric, b bigint) RETURNS numeric IMMUTAB
 CREATE FUNCTION posto_divide_real(a float8, b float8) RETURNS float8 IMMUTABLE STRICT LANGUAGE sql AS 'SELECT a / b';
 CREATE FUNCTION posto_multiply_money(a numeric, b numeric) RETURNS numeric IMMUTABLE STRICT LANGUAGE sql AS
   'SELECT round(a * b, 4)';
+-- Decimals with more places than money has, carried in the float nearest to them.
+CREATE FUNCTION posto_multiply_decimal(a float8, b float8) RETURNS float8 IMMUTABLE STRICT LANGUAGE sql AS
+  'SELECT (a::numeric * b::numeric)::float8';
+CREATE FUNCTION posto_round_decimal(x float8, decimals integer) RETURNS float8 IMMUTABLE STRICT LANGUAGE sql AS
+  'SELECT round(x::numeric, greatest(least(decimals, 15), -15))::float8';
 
 -- Halves away from zero; from 2^52 on a float has no fraction.
 CREATE FUNCTION posto_nearest(x float8) RETURNS float8 IMMUTABLE STRICT LANGUAGE sql AS

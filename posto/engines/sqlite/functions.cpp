@@ -9,6 +9,7 @@
 #include "posto/tsql/bound_value.h"
 #include "posto/tsql/sqlite_ddl.h"
 #include "posto/tsql/text_conversion.h"
+#include "posto/types/decimal.h"
 #include "posto/types/rounding.h"
 #include "posto/types/text.h"
 
@@ -90,11 +91,17 @@ std::int64_t multiply_money(Values v, Session&) {
   return narrow((product + half) / Currency::kScale);
 }
 
+double multiply_decimal(Values v, Session&) {
+  return decimal_product(sqlite3_value_double(v[0]), sqlite3_value_double(v[1]));
+}
+
 // The decimals of Round, brought to where more of them change nothing.
 int decimals_of(sqlite3_value* v) { return std::clamp(sqlite3_value_int(v), -15, 15); }
 
 // Nothing has no sign.
 double round_real(Values v, Session&) { return round_half_away(sqlite3_value_double(v[0]), decimals_of(v[1])) + 0.0; }
+
+double round_decimals(Values v, Session&) { return round_decimal(sqlite3_value_double(v[0]), decimals_of(v[1])) + 0.0; }
 
 std::int64_t round_money(Values v, Session&) {
   return round_half_away(Currency::of_scaled(integer(v[0])), decimals_of(v[1])).scaled();
@@ -242,6 +249,8 @@ constexpr NamedFunction kFunctions[] = {
     {"posto_divide_real", 2, adapt<divide_real>},
     {"posto_divide_money", 2, adapt<divide_money>},
     {"posto_multiply_money", 2, adapt<multiply_money>},
+    {"posto_multiply_decimal", 2, adapt<multiply_decimal>},
+    {"posto_round_decimal", 2, adapt<round_decimals>},
     {"posto_round_real", 2, adapt<round_real>},
     {"posto_round_money", 2, adapt<round_money>},
     {"posto_round_int", 2, adapt<round_int>},

@@ -44,7 +44,19 @@ SELECT Vl * Qt, Vl / Qt, Qt + Vl FROM #T WHERE Cd = 2
 SELECT Vl * Vl, 0.05 * Vl * Vl FROM #T WHERE Cd = 1
 => types money float64
 => rows
-0.0100, 0.0005000000000000001
+0.0100, 0.0005
+
+-- a product with a decimal is exact and rounds as one
+SELECT Vl * 1.1, Cd * 0.1, Round(Vl * 10.05, 2), Round(-129 * Vl * 0.95, 2), Round(Cd * 0.335, 2) FROM #T WHERE Cd <> 2 AND (Vl * 1.1 = 0.11 OR Cd * 0.1 = 0.3)
+=> types float64 float64 float64 float64 float64
+=> rows
+0.11, 0.1, 1.01, -12.26, 0.34
+NULL, 0.3, NULL, NULL, 1.01
+
+-- a decimal becomes money with halves away from zero
+UPDATE #T SET Vl = Cd * 1.00005 WHERE Cd = 1 SELECT Vl, Cast(Cd * 2.00015 As money) FROM #T WHERE Cd = 1
+=> rows
+1.0001, 2.0002
 
 -- money times a decimal that money has no room for
 SELECT Vl * 0.00005 FROM #T WHERE Cd = 2
