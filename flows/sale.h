@@ -79,7 +79,7 @@ bool refuses_sale(const Erro& raised);
 // behind it on the business day. A cancelled coupon keeps its lines, marked as deleted, and Vl_Total.
 //
 // Raise, with nothing changed: 0x80040202 for a coupon or line that is not there, 0x80040660 for a coupon that is
-// billed, has an invoice or lies up to the settled date, and for the only line of a coupon.
+// billed, has an invoice, lies up to the settled date or in a checked shift, and for the only line of a coupon.
 void cancel_line(Station& station, const CouponKey& coupon, std::uint8_t item);
 void cancel_coupon(Station& station, const CouponKey& coupon);
 

@@ -39,6 +39,7 @@ class Cancelling {
     if (head.Dt_Movimento <= station_.settings->ObVOEmpresaUsuaria->Dt_CorteMovimento) {
       refuse_sale("o movimento do cupom está fechado");
     }
+    refuse_checked_shift(station_, head.Cd_Caixa);
     read_lines();
   }
 

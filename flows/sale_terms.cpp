@@ -69,14 +69,19 @@ std::vector<Payment> agreed_payments(Station& station, const Sale& sale, Currenc
   refuse_sale("recebimentos não conferem: " + in_reais(paid) + " em lugar de " + in_reais(net_total));
 }
 
-void require_open_shift(Station& station, std::int32_t shift) {
-  if (shift == 0) return;
+bool refuse_checked_shift(Station& station, std::int32_t shift) {
   DALCaixa record(station.settings);
   record.ObVO->Cd_PessoaUsuaria = station.tenant();
   record.ObVO->Cd_Caixa = shift;
-  if (!stands([&] { record.Consultar(); })) refuse_sale("não há o caixa " + std::to_string(shift));
-  if (record.ObVO->Cd_Situacao == Cd_SituacaoConferido)
+  if (shift == 0 || !stands([&] { record.Consultar(); })) return false;
+  if (record.ObVO->Cd_Situacao == Cd_SituacaoConferido) {
     refuse_sale("o caixa " + std::to_string(shift) + " já foi conferido");
+  }
+  return true;
+}
+
+void require_open_shift(Station& station, std::int32_t shift) {
+  if (shift != 0 && !refuse_checked_shift(station, shift)) refuse_sale("não há o caixa " + std::to_string(shift));
 }
 
 void fill_kind_of_sale(Station& station, const Sale& sale, VOCupomFiscal& coupon) {

@@ -8,8 +8,10 @@ namespace posto::flows {
 // The payments of a sale with their values; none for a sale on credit. Raises 0x80040660 where they are not the net
 // total, for a kind of receipt that is not there, and for a sale with neither payments nor client.
 std::vector<Payment> agreed_payments(Station& station, const Sale& sale, Currency net_total);
-// Raises 0x80040660 for a shift that is not there, or is checked already.
+// Raise 0x80040660 for a shift that is checked already: its settlement stands. The first does for one that is not
+// there, the second says whether it is.
 void require_open_shift(Station& station, std::int32_t shift);
+bool refuse_checked_shift(Station& station, std::int32_t shift);
 
 // Fills Tp_Venda, FL_Fechada, Dt_Fechamento and Cd_Cliente of the coupon. Raises 0x80040269 for a client whose credit
 // is blocked, 0x80040202 for a client or card that is not there, 0x80040660 for a card that cannot be used.

@@ -225,7 +225,7 @@ TEST_F(SaleTest, ACouponIsTakenBack) {
 TEST_F(SaleTest, WhatIsSettledIsNotTakenBack) {
   sell(station_, cash_sale(100, {of_product(kWash, 1)}));
   const CouponKey key{1, 100, Date::of_day(2026, 11, 23)};
-  for (const char* settled : {"FL_Fechada = 'S'", "No_NF = 77", "Dt_Movimento = '2026-11-20'"}) {
+  for (const char* settled : {"FL_Fechada = 'S'", "No_NF = 77", "Dt_Movimento = '2026-11-20'", "Cd_Caixa = 2"}) {
     station_.connection().Execute("UPDATE CupomFiscal SET FL_Fechada = '-', No_NF = 0, Dt_Movimento = '2026-11-23'");
     station_.connection().Execute(std::string("UPDATE CupomFiscal SET ") + settled);
     const auto failure = failure_of([&] { cancel_coupon(station_, key); });
