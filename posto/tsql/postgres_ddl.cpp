@@ -72,9 +72,10 @@ std::string columns_and(const Table& table, const std::string& constraint) {
   return fmt::format("(\n{}\n)", fmt::join(lines, ",\n"));
 }
 
-// All have a key that begins with the company and is not generated.
-constexpr std::string_view kGrowing[] = {"Abastecimento",   "Cardex",      "ContaAReceber",    "CupomFiscal",
-                                         "ItemCupomFiscal", "Recebimento", "RecebimentoCupom", "LogLiberacaoBico"};
+// They get rows with every sale. All have a key that begins with the company, and none a generated number.
+constexpr std::string_view kGrowing[] = {"Abastecimento",    "Cardex",           "ContaAReceber",
+                                         "CupomFiscal",      "ItemCupomFiscal",  "Recebimento",
+                                         "RecebimentoCupom", "LogLiberacaoBico", "VendaCartaoPorCupomFiscal"};
 
 }  // namespace
 

@@ -8,6 +8,7 @@
 
 #include "posto/schema/table.h"
 #include "posto/tsql/names.h"
+#include "posto/tsql/postgres_ddl.h"
 #include "posto/tsql/sqlite_ddl.h"
 
 namespace posto::tsql {
@@ -120,6 +121,21 @@ TEST_F(Ddl, EveryTableCanBeTemporary) {
     create(table, true);
     EXPECT_EQ(run(insert(table)), "");
   }
+}
+
+// A partition keeps its keys alone, and may lie on another server, which generates numbers of its own.
+TEST(PartitionedTables, AreKeyedByTheirCompany) {
+  int partitioned = 0;
+  for (const Table& table : all_tables()) {
+    if (!grows_by_company(table)) continue;
+    ++partitioned;
+    EXPECT_EQ(table.identity(), nullptr) << table.name;
+    EXPECT_TRUE(table.columns[0].key && table.columns[0].name == "Cd_PessoaUsuaria") << table.name;
+    for (const Index& index : table.indexes) {
+      EXPECT_TRUE(!index.unique || index.columns.starts_with("Cd_PessoaUsuaria")) << table.name;
+    }
+  }
+  EXPECT_EQ(partitioned, 9);
 }
 
 TEST_F(Ddl, AnAlternativeKeyIsKept) {
