@@ -15,21 +15,14 @@
 #include <memory>
 #include <string>
 
-#include "measure.h"
-#include "posto/ado/recordset.h"
-#include "posto/core/mapper.h"
-#include "posto/core/sql.h"
-#include "posto/core/sql_literals.h"
 #include "posto/engines/odbc/link.h"
-#include "posto/schema/treasury.h"
 #include "posto/tsql/bound_value.h"
 #include "posto/tsql/names.h"
+#include "server_bills.h"
 
 namespace posto::bench {
 namespace {
 
-constexpr int kCalls = 500;
-constexpr int kRecords = 20'000;
 constexpr SQLULEN kBlock = 100;
 
 std::string odbc_address(std::string server, const std::string& database) {
@@ -156,9 +149,13 @@ class RawBills {
   SQLULEN fetched_ = 0;
 };
 
-class Workshop {
+class Workshop : public ServerBills {
  public:
-  explicit Workshop(const std::string& address) : raw_(address, 10), by_key_(raw_, kKey, 1), all_(raw_, kAll, kBlock) {
+  explicit Workshop(const std::string& address)
+      : ServerBills([this] { raw_.begin_transaction(); }, [this] { raw_.end_transaction(true); }),
+        raw_(address, 10),
+        by_key_(raw_, kKey, 1),
+        all_(raw_, kAll, kBlock) {
     connection_->Open(address);
     bind_integer(by_key_.handle(), 1, code_);
     update_.prepare(
@@ -171,7 +168,15 @@ class Workshop {
     bind_integer(update_.handle(), 3, code_);
   }
 
-  std::vector<Pair> pairs() { return {read(), update(), scan()}; }
+  std::vector<Pair> pairs() {
+    return {read("odbc_read",
+                 [this](int i) {
+                   code_ = some_code(i);
+                   by_key_.read(record_);
+                 }),
+            update("odbc_update", [this](int i) { update_by_hand(i); }),
+            scan("odbc_scan", [this] { all_.read(record_); })};
+  }
 
  private:
   static constexpr const char* kKey = "\"Cd_PessoaUsuaria\" = 1 AND \"Cd_ContaAReceber\" = ?::int";
@@ -180,72 +185,15 @@ class Workshop {
   static void bind_integer(SQLHSTMT statement, SQLUSMALLINT number, std::int64_t& value) {
     SQLBindParameter(statement, number, SQL_PARAM_INPUT, SQL_C_SBIGINT, SQL_INTEGER, 0, 0, &value, 0, nullptr);
   }
-  static std::int32_t some_code(int i) { return 1 + i * 97 % kRecords; }
-
-  template <class Each>
-  Side ours(Each each) {
-    return {[each] {
-              for (int i = 0; i < kCalls; ++i) each(i);
-            },
-            [this] { connection_->BeginTrans(); }, [this] { connection_->CommitTrans(); }};
-  }
-  template <class Each>
-  Side peer(Each each) {
-    return {[each] {
-              for (int i = 0; i < kCalls; ++i) each(i);
-            },
-            [this] { raw_.begin_transaction(); }, [this] { raw_.end_transaction(true); }};
+  void update_by_hand(int i) {
+    code_ = some_code(i);
+    state_ = ++turn_ % 3;
+    const std::string amount = Currency::of_scaled(turn_).text();
+    std::memcpy(amount_, amount.c_str(), amount.size() + 1);
+    require(SQLExecute(update_.handle()));
   }
 
-  Pair read() {
-    return {"odbc_read", ours([this](int i) {
-              read_all(sql("SELECT * FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1 And Cd_ContaAReceber = {}",
-                           some_code(i)));
-            }),
-            peer([this](int i) {
-              code_ = some_code(i);
-              by_key_.read(record_);
-            }),
-            kCalls};
-  }
-
-  Pair update() {
-    return {"odbc_update", ours([this](int i) {
-              ++turn_;
-              connection_->Execute(sql(R"(
-                  UPDATE ContaAReceber
-                  SET    Vl_Pagamentos = {},
-                         No_SituacaoPagamento = {}
-                  WHERE  Cd_PessoaUsuaria = 1 And
-                         Cd_ContaAReceber = {})",
-                                       MoneyToSql(Currency::of_scaled(turn_), 4), turn_ % 3, some_code(i)));
-            }),
-            peer([this](int i) {
-              code_ = some_code(i);
-              state_ = ++turn_ % 3;
-              const std::string amount = Currency::of_scaled(turn_).text();
-              std::memcpy(amount_, amount.c_str(), amount.size() + 1);
-              require(SQLExecute(update_.handle()));
-            }),
-            kCalls};
-  }
-
-  Pair scan() {
-    return {"odbc_scan",
-            {[this] { read_all("SELECT * FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1"); }},
-            {[this] { all_.read(record_); }},
-            kRecords};
-  }
-
-  void read_all(const std::string& statement) {
-    for (Recordset rows = connection_->Execute(statement); !rows.EOF(); rows.MoveNext()) {
-      read_record(rows, by_name(record_));
-    }
-  }
-
-  std::shared_ptr<Connection> connection_ = Connection::create();
-  VOContaAReceber record_;
-  std::int64_t code_ = 0, state_ = 0, turn_ = 0;
+  std::int64_t code_ = 0, state_ = 0;
   char amount_[32] = {};
   odbc::Link raw_;
   RawBills by_key_, all_;
@@ -273,7 +221,7 @@ void fill(const std::string& address) {
   auto connection = Connection::create();
   connection->Create(address);
   Transaction transaction(connection);
-  for (int i = 1; i <= kRecords; ++i) connection->Execute(bill(i));
+  for (int i = 1; i <= ServerBills::kRecords; ++i) connection->Execute(bill(i));
   transaction.commit();
 }
 
@@ -282,15 +230,13 @@ int run(int argc, char** argv) {
   if (server == nullptr) return 0;
   const std::string database = "posto_bench_odbc_" + std::to_string(getpid());
   odbc::Link own(odbc_address(server, "postgres"), 10);
-  own.run("CREATE DATABASE " + database);
-  fill(std::string(server) + "/" + database);
-  int status = 0;
-  {
-    Workshop workshop(odbc_address(server, database));
-    status = measure(argc, argv, workshop.pairs());
-  }
-  own.run("DROP DATABASE " + database + " WITH (FORCE)");
-  return status;
+  return measure_on_server(
+      database, [&](const std::string& command) { own.run(command); },
+      [&] {
+        fill(std::string(server) + "/" + database);
+        Workshop workshop(odbc_address(server, database));
+        return measure(argc, argv, workshop.pairs());
+      });
 }
 
 }  // namespace

@@ -17,19 +17,13 @@
 #include <memory>
 #include <string>
 
-#include "measure.h"
-#include "posto/ado/recordset.h"
-#include "posto/core/mapper.h"
 #include "posto/core/sql.h"
-#include "posto/core/sql_literals.h"
-#include "posto/schema/treasury.h"
 #include "posto/tsql/names.h"
+#include "server_bills.h"
 
 namespace posto::bench {
 namespace {
 
-constexpr int kCalls = 500;
-constexpr int kRecords = 20'000;
 constexpr int kBinary = 1;
 
 using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
@@ -141,12 +135,13 @@ std::string filling() {
     values.push_back(value);
   }
   return fmt::format("INSERT INTO \"ContaAReceber\" ({}) SELECT {} FROM generate_series(1, {}) n",
-                     fmt::join(names, ", "), fmt::join(values, ", "), kRecords);
+                     fmt::join(names, ", "), fmt::join(values, ", "), ServerBills::kRecords);
 }
 
-class Workshop {
+class Workshop : public ServerBills {
  public:
-  explicit Workshop(const std::string& address) : raw_(address) {
+  explicit Workshop(const std::string& address)
+      : ServerBills([this] { raw_.run("BEGIN"); }, [this] { raw_.run("COMMIT"); }), raw_(address) {
     connection_->Create(address);
     raw_.run(filling());
     raw_.run("ANALYZE");
@@ -165,89 +160,40 @@ class Workshop {
                  "\"Vl_CredIcmsMedio\", \"Cd_Produto\") VALUES ($1, $2, $3, $4, $5, $6, $7, $8, $9, $10, $11, $12)");
   }
 
-  std::vector<Pair> pairs() { return {read(), insert(), update(), scan()}; }
+  std::vector<Pair> pairs() {
+    return {read("pg_read",
+                 [this](int i) {
+                   const std::string code = std::to_string(some_code(i));
+                   Server::take(*raw_.run("read", std::array{code.c_str()}), by_name(record_));
+                 }),
+            insert(), update("pg_update", [this](int i) { update_by_hand(i); }),
+            scan("pg_scan", [this] { raw_.scan("scan", by_name(record_)); })};
+  }
 
  private:
-  static std::int32_t some_code(int i) { return 1 + i * 97 % kRecords; }
-
-  template <class Each>
-  Side ours(Each each) {
-    return {[each] {
-              for (int i = 0; i < kCalls; ++i) each(i);
-            },
-            [this] { connection_->BeginTrans(); }, [this] { connection_->CommitTrans(); }};
-  }
-  template <class Each>
-  Side peer(Each each) {
-    return {[each] {
-              for (int i = 0; i < kCalls; ++i) each(i);
-            },
-            [this] { raw_.run("BEGIN"); }, [this] { raw_.run("COMMIT"); }};
-  }
-
-  Pair read() {
-    return {"pg_read", ours([this](int i) {
-              read_all(sql("SELECT * FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1 And Cd_ContaAReceber = {}",
-                           some_code(i)));
-            }),
-            peer([this](int i) {
-              const std::string code = std::to_string(some_code(i));
-              Server::take(*raw_.run("read", std::array{code.c_str()}), by_name(record_));
-            }),
-            kCalls};
-  }
-
   Pair insert() {
-    return {"pg_insert", ours([this](int) {
-              connection_->Execute(
-                  sql("INSERT INTO Cardex (Cd_PessoaUsuaria, Cd_LancamentoCardex, Dt_Emissao, Nm_Doc, No_Tipo, "
-                      "Qt_Unidade, Vl_Unitario, Tx_Icms, Qt_Estoque, Vl_CustoMedio, Vl_CredIcmsMedio, Cd_Produto) "
-                      "Values (1, {}, '2026-11-23', 'NF', 20, 12.345, 5.432, 18., 0., 0., 0., 1)",
-                      ++code_));
-            }),
-            peer([this](int) {
-              const std::string code = std::to_string(++code_);
-              raw_.run("insert", std::array{"1", code.c_str(), "2026-11-23", "NF", "20", "12.345", "5.432", "18", "0",
-                                            "0", "0", "1"});
-            }),
-            kCalls};
+    return calls(
+        "pg_insert",
+        [this](int) {
+          connection_->Execute(
+              sql("INSERT INTO Cardex (Cd_PessoaUsuaria, Cd_LancamentoCardex, Dt_Emissao, Nm_Doc, No_Tipo, "
+                  "Qt_Unidade, Vl_Unitario, Tx_Icms, Qt_Estoque, Vl_CustoMedio, Vl_CredIcmsMedio, Cd_Produto) "
+                  "Values (1, {}, '2026-11-23', 'NF', 20, 12.345, 5.432, 18., 0., 0., 0., 1)",
+                  ++code_));
+        },
+        [this](int) {
+          const std::string code = std::to_string(++code_);
+          raw_.run("insert", std::array{"1", code.c_str(), "2026-11-23", "NF", "20", "12.345", "5.432", "18", "0", "0",
+                                        "0", "1"});
+        });
   }
 
-  Pair update() {
-    return {"pg_update", ours([this](int i) {
-              ++turn_;
-              connection_->Execute(sql(R"(
-                  UPDATE ContaAReceber
-                  SET    Vl_Pagamentos = {},
-                         No_SituacaoPagamento = {}
-                  WHERE  Cd_PessoaUsuaria = 1 And
-                         Cd_ContaAReceber = {})",
-                                       MoneyToSql(Currency::of_scaled(turn_), 4), turn_ % 3, some_code(i)));
-            }),
-            peer([this](int i) {
-              const std::string amount = Currency::of_scaled(++turn_).text(), state = std::to_string(turn_ % 3),
-                                code = std::to_string(some_code(i));
-              raw_.run("update", std::array{amount.c_str(), state.c_str(), code.c_str()});
-            }),
-            kCalls};
+  void update_by_hand(int i) {
+    const std::string amount = Currency::of_scaled(++turn_).text(), state = std::to_string(turn_ % 3),
+                      code = std::to_string(some_code(i));
+    raw_.run("update", std::array{amount.c_str(), state.c_str(), code.c_str()});
   }
 
-  Pair scan() {
-    return {"pg_scan",
-            {[this] { read_all("SELECT * FROM ContaAReceber WHERE Cd_PessoaUsuaria = 1"); }},
-            {[this] { raw_.scan("scan", by_name(record_)); }},
-            kRecords};
-  }
-
-  void read_all(const std::string& statement) {
-    for (Recordset rows = connection_->Execute(statement); !rows.EOF(); rows.MoveNext()) {
-      read_record(rows, by_name(record_));
-    }
-  }
-
-  std::shared_ptr<Connection> connection_ = Connection::create();
-  VOContaAReceber record_;
-  std::int64_t turn_ = 0;
   std::int32_t code_ = 0;
   Server raw_;
 };
@@ -257,14 +203,12 @@ int run(int argc, char** argv) {
   if (given == nullptr) return 0;
   const std::string server = given, database = "posto_bench_" + std::to_string(getpid());
   Server own(server + "/postgres");
-  own.run("CREATE DATABASE " + database);
-  int status = 0;
-  {
-    Workshop workshop(server + "/" + database);
-    status = measure(argc, argv, workshop.pairs());
-  }
-  own.run("DROP DATABASE " + database + " WITH (FORCE)");
-  return status;
+  return measure_on_server(
+      database, [&](const std::string& command) { own.run(command); },
+      [&] {
+        Workshop workshop(server + "/" + database);
+        return measure(argc, argv, workshop.pairs());
+      });
 }
 
 }  // namespace
