@@ -316,9 +316,10 @@ std::vector<Finding> mend(Station& station, Date day) {
   closing.CorrigeProblemaAbastecimentoZerado();
   closing.CorrigeProblemaIntervaloNosAbastecimentosDigitados();
   for (const auto& [fuelling, after] : fuellings_of(station, day)) {
-    const Readings& was = before.at(fuelling);
-    add_change(litres, fuelling, was.litres, after.litres);
-    add_change(totalisers, fuelling, was.totaliser, after.totaliser);
+    const auto was = before.find(fuelling);
+    if (was == before.end()) continue;  // another workstation posted it meanwhile
+    add_change(litres, fuelling, was->second.litres, after.litres);
+    add_change(totalisers, fuelling, was->second.totaliser, after.totaliser);
   }
   std::vector<Finding> repairs;
   for (Finding* repair : {&litres, &totalisers}) {

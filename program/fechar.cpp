@@ -13,6 +13,7 @@ namespace {
 struct FecharOptions {
   Date day;
   bool all_rows = false;
+  Form form = Form::aligned;
   flows::ClosingOptions closing;
 };
 
@@ -74,6 +75,29 @@ void print_closing(const flows::Closing& closing, const std::string& day, bool a
   }
 }
 
+// A finding for a program: findings have columns of their own, so each value is a row.
+void add_values(Answer& answer, const char* mark, const flows::Finding& finding) {
+  const std::string name(finding.name);
+  if (!finding.text.empty()) answer.add({mark, name, std::int32_t{1}, "Ds_Resultado", finding.text});
+  for (std::size_t row = 0; row < finding.rows.size(); ++row) {
+    for (std::size_t i = 0; i < finding.columns.size(); ++i) {
+      answer.add({mark, name, static_cast<std::int32_t>(row + 1), finding.columns[i], finding.rows[row][i]});
+    }
+  }
+}
+
+void print_values(const flows::Closing& closing, Form form) {
+  Answer answer({{"Situação", "Ds_Situacao"},
+                 {"Verificação", "Nm_Verificacao"},
+                 {"Linha", "No_Linha"},
+                 {"Coluna", "Nm_Coluna"},
+                 {"Valor", "Ds_Valor"}});
+  for (const flows::Finding& finding : closing.mended) add_values(answer, "CORRIGIDO", finding);
+  for (const flows::Finding& finding : closing.accepted) add_values(answer, "ACEITO", finding);
+  for (const flows::Finding& finding : closing.refused) add_values(answer, "RECUSADO", finding);
+  answer.print(form);
+}
+
 std::string check_name(const std::string& name) {
   std::string list;
   for (const std::string_view known : flows::finding_names()) {
@@ -94,7 +118,11 @@ void close(Session& session, FecharOptions& options) {
     };
     closing = flows::close_day(station, options.day, options.closing);
   }
-  print_closing(closing, format_date(options.day, "dd/mm/yyyy"), options.all_rows);
+  if (options.form == Form::aligned) {
+    print_closing(closing, format_date(options.day, "dd/mm/yyyy"), options.all_rows);
+  } else {
+    print_values(closing, options.form);
+  }
   if (!closing.closed) session.status = kRefused;
 }
 
@@ -117,6 +145,7 @@ void add_fechar(CLI::App& app, Session& session) {
       ->check(whole_number(1, 100));
   command->add_flag("--tudo", options->all_rows,
                     "mostra todas as linhas do que foi encontrado, não só as primeiras 20");
+  add_form(command, options->form);
 }
 
 }  // namespace posto::program
