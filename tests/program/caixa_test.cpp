@@ -1,38 +1,20 @@
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <filesystem>
-
 #include "posto/services/files.h"
-#include "tests/program/run_program.h"
+#include "tests/program/program_station.h"
 
 namespace posto {
 namespace {
 
 // A database with an employee and a kind of divergence whose names a page must not take for its own.
-class CaixaProgram : public ::testing::Test {
+class CaixaProgram : public ProgramStation {
  protected:
   void SetUp() override {
-    std::string name = (std::filesystem::temp_directory_path() / "posto-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    ASSERT_EQ(run_program("criar " + database()).status, 0);
-    for (const char* statement :
-         {"INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria) Values (1)",
-          "INSERT INTO Pessoa (Cd_Pessoa, Nm_Pessoa) Values (42, 'JOÃO <i>& \"Filho\"')",
-          "INSERT INTO Funcionario (Cd_PessoaUsuaria, Cd_Funcionario) Values (1, 42)",
-          "INSERT INTO TipoDivergenciaCaixa (Ds_DivergenciaCaixa, No_NaturezaDivergencia) Values ('VALE', 1)"}) {
-      ASSERT_EQ(run_program("sql " + database() + " \"" + escaped(statement) + "\"").status, 0);
-    }
+    ProgramStation::SetUp();
+    execute({"INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria) Values (1)",
+             "INSERT INTO Pessoa (Cd_Pessoa, Nm_Pessoa) Values (42, 'JOÃO <i>& \"Filho\"')",
+             "INSERT INTO Funcionario (Cd_PessoaUsuaria, Cd_Funcionario) Values (1, 42)",
+             "INSERT INTO TipoDivergenciaCaixa (Ds_DivergenciaCaixa, No_NaturezaDivergencia) Values ('VALE', 1)"});
   }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  static std::string escaped(std::string text) {
-    for (std::size_t at = 0; (at = text.find('"', at)) != std::string::npos; at += 2) text.insert(at, 1, '\\');
-    return text;
-  }
-  std::string database() const { return folder_ + "/posto.db"; }
-  std::string page() const { return folder_ + "/resumo.html"; }
-  std::string folder_;
+  std::string page() const { return file("resumo.html"); }
 };
 
 TEST_F(CaixaProgram, AShiftFromOpeningToItsPage) {
@@ -76,7 +58,7 @@ TEST_F(CaixaProgram, WhatIsRefusedAndWrongUse) {
       {"fechar-caixa " + shift + " --sobra 1.000,50", 2, "não é um valor"},
       {"conferir-caixa " + shift + " --funcionario 42", 1, "está aberto"},
       {"caixa " + database() + " --caixa 9", 1, "(Caixa)"},
-      {"caixa " + shift + " --html " + folder_ + "/nao/ha.html", 3, "nao/ha.html não existe"},
+      {"caixa " + shift + " --html " + file("nao/ha.html"), 3, "nao/ha.html não existe"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.arguments);
@@ -86,11 +68,7 @@ TEST_F(CaixaProgram, WhatIsRefusedAndWrongUse) {
   }
 
   // a fuelling without a coupon: 1 until it is accepted
-  ASSERT_EQ(run_program("sql " + database() +
-                        " \"INSERT INTO Abastecimento (Cd_PessoaUsuaria, Cd_Abastecimento, Cd_Caixa, Vl_Total) "
-                        "Values (1, 5, 1, 10)\"")
-                .status,
-            0);
+  execute({"INSERT INTO Abastecimento (Cd_PessoaUsuaria, Cd_Abastecimento, Cd_Caixa, Vl_Total) Values (1, 5, 1, 10)"});
   EXPECT_EQ(run_program("fechar-caixa " + shift).status, 0);
   const std::string check = "conferir-caixa " + shift + " --funcionario 42";
   const ProgramRun refused = run_program(check);

@@ -1,62 +1,54 @@
 // What a day of the sample brings, as a shell takes it in: a purchase note and the printers' coupons.
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <filesystem>
 
-#include "tests/program/run_program.h"
+#include "tests/program/program_station.h"
 
 namespace posto {
 namespace {
 
-class DayProgram : public ::testing::Test {
+class DayProgram : public ProgramStation {
  protected:
   void SetUp() override {
-    std::string name = (std::filesystem::temp_directory_path() / "posto-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    expect("criar", "", 0, "criado");
+    ProgramStation::SetUp();
     expect("cadastrar", kSample + "cadastro", 0, "bicos.csv");
     expect("cadastrar", kSample + "semana/cadastro", 0, "ECF.csv                     3 novos");
   }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
 
   // Runs a command on the station's database.
   void expect(const std::string& command, const std::string& arguments, int status, const std::string& words) const {
     SCOPED_TRACE(command + " " + arguments);
-    const ProgramRun run = run_program(command + " " + folder_ + "/posto.db " + arguments);
-    EXPECT_EQ(run.status, status);
-    EXPECT_NE(run.said.find(words), std::string::npos) << words << "\n" << run.said;
+    expect_said(run_program(command + " " + database() + " " + arguments), status, words);
   }
 
   const std::string kSample = std::string(POSTO_SOURCE_DIR) + "/sample/";
-  std::string folder_;
 };
 
 TEST_F(DayProgram, APurchaseNoteIsTakenInShownAndCancelled) {
-  const std::string file = kSample + "semana/2026-11-24/notas.csv";
+  const std::string notes = kSample + "semana/2026-11-24/notas.csv";
   const struct {
     const char* command;
     std::string arguments;
     int status;
     const char* words;
   } cases[] = {
-      {"entrada", file, 0, "1 notas: 1 gravadas, 0 repetidas, 0 recusadas"},
-      {"entrada", file + " --csv", 0, "Ds_Nota,Ds_Motivo\n"},
+      {"entrada", notes, 0, "1 notas: 1 gravadas, 0 repetidas, 0 recusadas"},
+      {"entrada", notes + " --csv", 0, "Ds_Nota,Ds_Motivo\n"},
       {"nota", "--csv", 0, "1,1,8842,ATACADO BOM CAMINHO LTDA,2026-11-23 00:00:00,2026-11-24 00:00:00,769.0000,"},
       {"nota", "--entrada 1", 0, "GUIA RODOVIÁRIO"},
       {"nota", "--entrada 1 --cancelar --csv", 0, "Qt_Linhas,Qt_Movimentos,Qt_Descargas\n2,2,0\n"},
       {"nota", "--entrada 1 --cancelar", 1, "Recusado: não há a entrada 1"},
       {"nota", "--entrada 1", 1, "Registro nao encontrado(NotaEntrada)"},
       {"nota", "--cancelar", 2, "pede --entrada, ou --tipo e --numero"},
-      {"entrada", file, 0, "1 notas: 1 gravadas"},
+      {"entrada", notes, 0, "1 notas: 1 gravadas"},
   };
   for (const auto& c : cases) expect(c.command, c.arguments, c.status, c.words);
 }
 
 // The figures are those of sample/semana/esperado/dias.csv.
 TEST_F(DayProgram, ThePrintersDayAgreesWithItsCoupons) {
-  std::filesystem::copy_file(kSample + "leituras.csv", folder_ + "/leituras.csv");
-  expect("importar", folder_ + "/leituras.csv", 1, "600 gravadas");
+  const std::string readings = file("leituras.csv");
+  std::filesystem::copy_file(kSample + "leituras.csv", readings);
+  expect("importar", readings, 1, "600 gravadas");
   for (const char* employee : {"51", "50"}) {
     expect("abrir-caixa", std::string("--funcionario ") + employee + " --em '2026-11-23 00:00:00'", 0, "CAIXA");
   }

@@ -1,50 +1,32 @@
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <filesystem>
 #include <fstream>
 
-#include "tests/program/run_program.h"
+#include "tests/program/program_station.h"
 
 namespace posto {
 namespace {
 
 // A station that sells a wash.
-class VenderProgram : public ::testing::Test {
+class VenderProgram : public ProgramStation {
  protected:
   void SetUp() override {
-    std::string name = (std::filesystem::temp_directory_path() / "posto-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    ASSERT_EQ(run_program("criar " + database()).status, 0);
-    for (const char* statement :
-         {"INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria) Values (1)",
-          "INSERT INTO ECF (Cd_PessoaUsuaria, No_Impressora) Values (1, 1)",
-          "INSERT INTO TipoRecebimento (Cd_TipoRecebimento, Nm_TipoRecebimento) Values (5, 'DINHEIRO')",
-          "INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, Cd_CodBarras, No_Tipo, Vl_Preco) "
-          "Values (1, 'LAVAGEM', '791', 2, 45)"}) {
-      ASSERT_EQ(run_program("sql " + database() + " \"" + statement + "\"").status, 0);
-    }
-    std::ofstream(folder_ + "/vendas.csv") << "impressora,cupom,data,hora,produto,quantidade,desconto,pagamentos\n"
-                                              "1,77,2026-11-23,10:00:00,791,2,5.00,5\n"
-                                              "1,77,2026-11-23,,791,1,,\n"
-                                              "1,78,2026-11-23,10:05:00,792,1,,5\n";
+    ProgramStation::SetUp();
+    execute({"INSERT INTO EmpresaUsuaria (Cd_PessoaUsuaria) Values (1)",
+             "INSERT INTO ECF (Cd_PessoaUsuaria, No_Impressora) Values (1, 1)",
+             "INSERT INTO TipoRecebimento (Cd_TipoRecebimento, Nm_TipoRecebimento) Values (5, 'DINHEIRO')",
+             "INSERT INTO Produto (Cd_PessoaUsuaria, Nm_Produto, Cd_CodBarras, No_Tipo, Vl_Preco) "
+             "Values (1, 'LAVAGEM', '791', 2, 45)"});
+    std::ofstream(file("vendas.csv")) << "impressora,cupom,data,hora,produto,quantidade,desconto,pagamentos\n"
+                                         "1,77,2026-11-23,10:00:00,791,2,5.00,5\n"
+                                         "1,77,2026-11-23,,791,1,,\n"
+                                         "1,78,2026-11-23,10:05:00,792,1,,5\n";
   }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  std::string database() const { return folder_ + "/posto.db"; }
   ProgramRun coupon(const std::string& options) const {
     return run_program("cupom " + database() + " --impressora 1 --cupom 77 --data 2026-11-23 " + options);
   }
-  static void expect_said(const ProgramRun& run, int status, const std::string& words) {
-    EXPECT_EQ(run.status, status) << run.said;
-    EXPECT_NE(run.said.find(words), std::string::npos) << words << "\n" << run.said;
-  }
-
-  std::string folder_;
 };
 
 TEST_F(VenderProgram, ACouponIsSoldShownAndTakenBack) {
-  const ProgramRun sold = run_program("vender " + database() + " " + folder_ + "/vendas.csv");
+  const ProgramRun sold = run_program("vender " + database() + " " + file("vendas.csv"));
   expect_said(sold, 1, "2 cupons: 1 vendidos (0 cancelados), 0 repetidos, 1 recusados");
   expect_said(sold, 1, "vendas.csv, linha 4: produto desconhecido: 792");
   const ProgramRun shown = coupon("");
