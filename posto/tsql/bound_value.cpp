@@ -8,6 +8,7 @@
 #include <optional>
 #include <utility>
 
+#include "posto/tsql/text_conversion.h"
 #include "posto/tsql/types.h"
 #include "posto/types/decimal.h"
 #include "posto/types/erro.h"
@@ -160,6 +161,10 @@ std::string_view without_spare_blanks(std::string_view text, const Parameter& p)
 
 // A number as text: without zeros in front, as the server writes it.
 std::string number_as_text(const Literal& literal, bool negative) {
+  if (literal.kind == LiteralKind::floating) {
+    const double value = text_to_real(literal.raw);
+    return real_to_text(negative ? -value : value, {});
+  }
   std::string_view raw = literal.raw;
   while (raw.size() > 1 && raw[0] == '0' && raw[1] >= '0' && raw[1] <= '9') raw.remove_prefix(1);
   if (raw.ends_with('.')) raw.remove_suffix(1);

@@ -46,10 +46,10 @@ SELECT Substring(Convert(Char, Cd) + 'x', 30, 2) FROM #T
 => rows
 ' x'
 
--- a decimal as text
-SELECT Cast(12.50 As varchar), Cast(-0.25 As varchar)
+-- a decimal as text, and a float where text is wanted
+SELECT Cast(12.50 As varchar), Cast(-0.25 As varchar), IsNull(Cast(Null As varchar(9)), 1e3), IsNull(Cast(Null As varchar(9)), -2.5e7)
 => rows
-'12.50', '-0.25'
+'12.50', '-0.25', '1000', '-2.5e+007'
 
 -- a date and a number do not convert
 SELECT Cast(Dt As Int) FROM #T
