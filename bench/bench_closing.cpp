@@ -12,6 +12,7 @@
 #include "posto/closing/stock_walk.h"
 #include "posto/core/sistema.h"
 #include "posto/schema/stock.h"
+#include "posto/types/rounding.h"
 #include "raw.h"
 
 namespace posto::bench {
@@ -104,8 +105,7 @@ class Workshop {
 
   void prepare_walk() {
     select_ = raw_->prepare(
-        "SELECT Cd_LancamentoCardex, No_Tipo, Qt_Unidade, Vl_Unitario, Tx_Icms, Qt_Estoque, Vl_CustoMedio FROM Cardex "
-        "WHERE Cd_PessoaUsuaria = 1 AND Cd_Produto = 1 AND Dt_Emissao >= '2020-01-01 00:00:00' "
+        "SELECT * FROM Cardex WHERE Cd_PessoaUsuaria = 1 AND Cd_Produto = 1 AND Dt_Emissao >= '2020-01-01 00:00:00' "
         "ORDER BY Cd_PessoaUsuaria, Cd_Produto, Dt_Emissao, Cd_LancamentoCardex");
     update_ = raw_->prepare(
         "UPDATE Cardex SET Qt_Estoque = ?, Vl_CustoMedio = ?, Vl_CredIcmsMedio = ? WHERE Cd_PessoaUsuaria = 1 AND "
@@ -115,20 +115,20 @@ class Workshop {
         "Cd_Produto = 1");
   }
 
-  // The same arithmetic over the columns that it needs.
+  // The same statements, arithmetic and decimals in the row, reading the columns that it needs.
   void raw_walk() {
     StockWalk walk({});
     while (sqlite3_step(select_) == SQLITE_ROW) {
       const StockFigures& figures =
-          walk.take({.type = sqlite3_column_int(select_, 1),
-                     .quantity = sqlite3_column_double(select_, 2),
-                     .unit_cost = sqlite3_column_double(select_, 3),
-                     .icms_rate = Currency::of_scaled(sqlite3_column_int64(select_, 4)).as_double()});
-      if (!differs(figures, sqlite3_column_double(select_, 5), sqlite3_column_double(select_, 6))) continue;
-      sqlite3_bind_double(update_, 1, figures.quantity);
-      sqlite3_bind_double(update_, 2, figures.cost);
-      sqlite3_bind_double(update_, 3, figures.icms_credit);
-      sqlite3_bind_int(update_, 4, sqlite3_column_int(select_, 0));
+          walk.take({.type = sqlite3_column_int(select_, 4),
+                     .quantity = sqlite3_column_double(select_, 5),
+                     .unit_cost = sqlite3_column_double(select_, 6),
+                     .icms_rate = Currency::of_scaled(sqlite3_column_int64(select_, 7)).as_double()});
+      if (!differs(figures, sqlite3_column_double(select_, 8), sqlite3_column_double(select_, 9))) continue;
+      sqlite3_bind_double(update_, 1, round_half_away(figures.quantity, 4));
+      sqlite3_bind_double(update_, 2, round_half_away(figures.cost, 4));
+      sqlite3_bind_double(update_, 3, round_half_away(figures.icms_credit, 4));
+      sqlite3_bind_int(update_, 4, sqlite3_column_int(select_, 1));
       step(update_);
     }
     sqlite3_reset(select_);

@@ -278,12 +278,6 @@ Variant Recordset::field_value(std::size_t index) {
   return cell_value(cell(index), shape_->columns()[index].type);
 }
 
-const Cell* Recordset::plain_cell(std::size_t index, SqlType type) {
-  if (edit_ || shape_->columns()[index].type != type) return nullptr;
-  const Cell& plain = cell(index);
-  return plain.null ? nullptr : &plain;
-}
-
 void Recordset::set_field(std::size_t index, Variant value) {
   const ResultColumn& column = shape().columns()[index];
   require_updatable();
@@ -462,7 +456,10 @@ const std::string& Field::Name() const { return set_->shape().columns()[index_].
 SqlType Field::type() const { return set_->shape().columns()[index_].type; }
 std::uint16_t Field::width() const { return set_->shape().columns()[index_].width; }
 Variant Field::Value() const { return set_->field_value(index_); }
-bool Field::is_null() const { return set_->field_value(index_).is_null(); }
+bool Field::is_null() const {
+  if (const Cell* cell = set_->stored_cell(index_)) return cell->null;
+  return set_->field_value(index_).is_null();
+}
 void Field::Value(Variant value) const { set_->set_field(index_, std::move(value)); }
 
 Variant Field::Properties(std::string_view name) const {

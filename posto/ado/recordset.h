@@ -41,9 +41,7 @@ class Field {
   T as() const;
   // The value as T, or `otherwise` for null.
   template <class T>
-  T value_or(T otherwise) const {
-    return is_null() ? otherwise : as<T>();
-  }
+  T value_or(T otherwise) const;
   // Writes into the current record; the database gets it at Update. Raises 3251 where the record set is not updatable
   // or the field is calculated, 13 and 6 when the value cannot become the column's type.
   void Value(Variant value) const;
@@ -58,6 +56,9 @@ class Field {
  private:
   friend class Recordset;
   Field(Recordset& set, std::size_t index) : set_(&set), index_(index) {}
+  // Into `value`, where the cell, which is not null, is held as a T is.
+  template <class T>
+  bool take_plain(const Cell& cell, T& value) const;
   Recordset* set_;
   std::size_t index_;
 };
@@ -127,8 +128,8 @@ class Recordset {
   void require_kept();
   void require_updatable() const;
   Variant field_value(std::size_t index);
-  // The cell as the database gave it, where it is of this type and not null.
-  const Cell* plain_cell(std::size_t index, SqlType type);
+  // The cell as the database gave it; null where values were written to the record.
+  const Cell* stored_cell(std::size_t index) { return edit_ ? nullptr : &cell(index); }
   Variant former_value(std::size_t index);
   void set_field(std::size_t index, Variant value);
   bool is_former(std::size_t index, const Variant& value);
@@ -148,13 +149,38 @@ class Recordset {
 
 // The types in which a walk over many rows reckons are read without a Variant.
 template <class T>
-T Field::as() const {
+bool Field::take_plain(const Cell& cell, T& value) const {
+  const SqlType held = set_->shape_->columns()[index_].type;
   if constexpr (std::is_same_v<T, double>) {
-    if (const Cell* cell = set_->plain_cell(index_, SqlType::float64)) return cell->real;
+    if (held != SqlType::float64) return false;
+    value = cell.real;
+    return true;
   } else if constexpr (std::is_same_v<T, std::int32_t>) {
-    if (const Cell* cell = set_->plain_cell(index_, SqlType::int32)) return static_cast<std::int32_t>(cell->integer);
+    if (held != SqlType::int32 && held != SqlType::int16 && held != SqlType::byte) return false;
+    value = static_cast<std::int32_t>(cell.integer);
+    return true;
+  } else if constexpr (std::is_same_v<T, Currency>) {
+    if (held != SqlType::money) return false;
+    value = Currency::of_scaled(cell.integer);
+    return true;
+  } else {
+    return false;
   }
-  return Value().as<T>();
+}
+
+template <class T>
+T Field::as() const {
+  T value{};
+  const Cell* cell = set_->stored_cell(index_);
+  return cell != nullptr && !cell->null && take_plain(*cell, value) ? value : Value().as<T>();
+}
+
+template <class T>
+T Field::value_or(T otherwise) const {
+  const Cell* cell = set_->stored_cell(index_);
+  if (cell != nullptr && (cell->null || take_plain(*cell, otherwise))) return otherwise;
+  const Variant value = Value();
+  return value.is_null() ? otherwise : value.as<T>();
 }
 
 }  // namespace posto

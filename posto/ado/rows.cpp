@@ -41,7 +41,8 @@ Cell* RowReader::room_for_next() {
 bool RowReader::fetch() {
   if (!cursor_) return false;
   keep_texts();
-  if (!cursor_->next({room_for_next(), width_})) {
+  const std::span<Cell> next(room_for_next(), width_);
+  if (!(keep_ ? cursor_->next(next) : cursor_->next_lazily(next))) {
     cursor_.reset();
     return false;
   }

@@ -40,7 +40,10 @@ class RowReader {
   void previous();                 // of kept rows
   void move_to(std::int64_t row);  // of kept rows; behind the last when there is none
   void fetch_all();                // reads the rest and lets the cursor go; of kept rows
-  const Cell& cell(std::size_t column) const { return current_[column]; }
+  const Cell& cell(std::size_t column) {
+    if (current_[column].unread) cursor_->read(column, current_[column]);
+    return current_[column];
+  }
   void replace(std::size_t column, Cell cell);  // in the current one of kept rows
 
  private:
@@ -57,7 +60,7 @@ class RowReader {
   std::vector<std::vector<Cell>> others_;  // pieces of twice as many rows each, from row 1 on: no row ever moves
   bool texts_are_kept_ = true;             // those of the last row; before that they belong to the cursor
   TextArena texts_;
-  const Cell* current_ = nullptr;
+  Cell* current_ = nullptr;
   std::int64_t position_ = -1;
   std::int64_t fetched_ = 0;
   bool behind_ = false;

@@ -89,15 +89,16 @@ bool DALFecDiario::walk_on(LedgerPlace& place, std::int32_t product, std::string
       ORDER BY Cardex.Cd_PessoaUsuaria, Cardex.Cd_Produto, Cardex.Dt_Emissao, Cardex.Cd_LancamentoCardex)",
                             ObVO->Cd_PessoaUsuaria, product, comparison, day_literal(place.day)));
   while (!rows.EOF() && place.is_behind(place_of(rows))) rows.MoveNext();
+  const Field company = rows["Cd_PessoaUsuaria"], code = rows["Cd_LancamentoCardex"], type = rows["No_Tipo"],
+              quantity = rows["Qt_Unidade"], unit_cost = rows["Vl_Unitario"], icms_rate = rows["Tx_Icms"],
+              stock = rows["Qt_Estoque"], cost = rows["Vl_CustoMedio"];
   for (; !rows.EOF(); rows.MoveNext()) {
-    const StockFigures& figures = walk.take({.type = rows["No_Tipo"].as<std::int32_t>(),
-                                             .quantity = rows["Qt_Unidade"].value_or(0.0),
-                                             .unit_cost = rows["Vl_Unitario"].value_or(0.0),
-                                             .icms_rate = rows["Tx_Icms"].value_or(Currency()).as_double()});
-    if (!differs(figures, rows["Qt_Estoque"].value_or(0.0), rows["Vl_CustoMedio"].value_or(0.0))) continue;
-    rewrites.push_back({.company = rows["Cd_PessoaUsuaria"].as<std::int32_t>(),
-                        .code = rows["Cd_LancamentoCardex"].as<std::int32_t>(),
-                        .figures = figures});
+    const StockFigures& figures = walk.take({.type = type.as<std::int32_t>(),
+                                             .quantity = quantity.value_or(0.0),
+                                             .unit_cost = unit_cost.value_or(0.0),
+                                             .icms_rate = icms_rate.value_or(Currency()).as_double()});
+    if (!differs(figures, stock.value_or(0.0), cost.value_or(0.0))) continue;
+    rewrites.push_back({.company = company.as<std::int32_t>(), .code = code.as<std::int32_t>(), .figures = figures});
     if (rewrites.size() < kMostRewrites) continue;
     place = place_of(rows);
     return false;

@@ -63,6 +63,7 @@ class ResultShape {
 // in `integer`, floats in `real`, text in `text`, which lives as long as its cursor stands on the row.
 struct Cell {
   bool null = true;
+  bool unread = false;  // its cursor has it still: only after next_lazily
   union {
     std::int64_t integer = 0;
     double real;
@@ -80,6 +81,10 @@ class Cursor {
   // Reads the next row into `row`, which has a cell for each column and stays in place while the cursor stands on it.
   // False when there is none left.
   virtual bool next(std::span<Cell> row) = 0;
+  // The same, but stored values may stay with the cursor until `read` is asked for them.
+  virtual bool next_lazily(std::span<Cell> row) { return next(row); }
+  // Reads a cell of the row on which the cursor stands that was left unread.
+  virtual void read([[maybe_unused]] std::size_t column, [[maybe_unused]] Cell& cell) {}
 };
 
 struct Outcome {

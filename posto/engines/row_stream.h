@@ -24,6 +24,8 @@ inline double require_finite(double value, const ResultColumn& column, std::stri
 class RowStream : public Cursor {
  public:
   bool next(std::span<Cell> row) final;
+  bool next_lazily(std::span<Cell> row) final;
+  void read(std::size_t column, Cell& cell) final;
   // Reads all the rows that are left, so that the connection is free of this cursor. A failure comes behind them.
   void read_rest();
   // The same within its batch, which a failure ends.
@@ -32,12 +34,18 @@ class RowStream : public Cursor {
  protected:
   // Reads a row from the database; false behind the last, and ever after. A failure ends it too.
   virtual bool step(std::span<Cell> row) = 0;
+  // The same, but may leave cells unread; read_cell reads one of them.
+  virtual bool step_lazily(std::span<Cell> row) { return step(row); }
+  virtual void read_cell([[maybe_unused]] std::size_t column, [[maybe_unused]] Cell& cell) {}
 
  private:
   struct Rest {
     BufferedRows rows;
-    std::optional<Erro> failure;  // met behind them
+    std::optional<Erro> failure;         // met behind them
+    std::optional<Erro> unread_failure;  // met in a cell of the caller's row, which stays unread
   };
+  bool next_of_rest(std::span<Cell> row);
+  void take_in_current(Rest& rest);
   std::span<Cell> row_;  // of the caller, while the cursor stands on it
   std::unique_ptr<Rest> rest_;
 };

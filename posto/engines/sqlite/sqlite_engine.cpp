@@ -157,9 +157,23 @@ class SqliteEngine::RunningCursor final : public RowStream {
   }
 
   bool step(std::span<Cell> row) override {
+    return step_and([&] { read_row(prepared_, shape(), row); });
+  }
+  bool step_lazily(std::span<Cell> row) override {
+    return step_and([&] { read_reckoned(prepared_, shape(), row); });
+  }
+  void read_cell(std::size_t column, Cell& cell) override {
+    sqlite::read_cell(prepared_, column, shape().columns()[column], cell);
+  }
+
+  template <class Read>
+  bool step_and(Read read) {
     if (prepared_ == nullptr) return false;
     try {
-      if (step_and_read(row)) return true;
+      if (on_next_row()) {
+        read();
+        return true;
+      }
     } catch (const Erro&) {
       release();
       throw;
@@ -168,7 +182,7 @@ class SqliteEngine::RunningCursor final : public RowStream {
     return false;
   }
 
-  bool step_and_read(std::span<Cell> row) {
+  bool on_next_row() {
     bool observed = engine_->observer_ != nullptr;
     auto started = observed ? std::chrono::steady_clock::now() : std::chrono::steady_clock::time_point();
     engine_->session_.running_since.reset();
@@ -177,7 +191,6 @@ class SqliteEngine::RunningCursor final : public RowStream {
     if (code == SQLITE_DONE) return false;
     if (code != SQLITE_ROW) engine_->fail(text_);
     ++rows_;
-    read_row(prepared_, shape(), row);
     return true;
   }
 
