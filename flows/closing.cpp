@@ -6,6 +6,8 @@
 #include "flows/lookup.h"
 #include "posto/closing/DALFecDiario.h"
 #include "posto/closing/catalogue.h"
+#include "posto/core/sql.h"
+#include "posto/core/sql_literals.h"
 #include "posto/services/clock.h"
 
 namespace posto::flows {
@@ -85,6 +87,17 @@ Closing close_day(Station& station, Date day, const ClosingOptions& options) {
   in_transaction(station, [&] { mark_closed(station, day, options, closing); });
   closing.closed = true;
   return closing;
+}
+
+Recordset acceptances(Station& station, Date day) {
+  const std::string of_day =
+      day == Date() ? std::string() : "And\r\nDt_FecDiario = " + DateSemHoraToSql(day, *station.settings);
+  return station.connection().Execute(sql(R"(
+      SELECT   *
+      FROM     AceiteFecDiario
+      WHERE    Cd_PessoaUsuaria = {} {}
+      ORDER BY Dt_FecDiario, No_Aceite)",
+                                          station.tenant(), of_day));
 }
 
 bool reopen_day(Station& station, Date day) {

@@ -36,6 +36,10 @@ struct Closing {
 // that there is not, and for accepted findings without a user; the provider's failures.
 Closing close_day(Station& station, Date day, const ClosingOptions& options = {});
 
+// What was accepted when a day was closed, in the order in which it was: of one day, or of all where it is empty. A row
+// of AceiteFecDiario each; those of a day that was reopened are among them.
+Recordset acceptances(Station& station, Date day = {});
+
 // Takes the mark off; false where there was none. What was accepted stays on record.
 bool reopen_day(Station& station, Date day);
 

@@ -73,6 +73,7 @@ void add_configurar(CLI::App& app, Session& session);
 void add_bloquear_credito(CLI::App& app, Session& session);
 void add_consolidar(CLI::App& app, Session& session);
 void add_fechar(CLI::App& app, Session& session);
+void add_aceitos(CLI::App& app, Session& session);
 void add_reabrir(CLI::App& app, Session& session);
 void add_recalcular(CLI::App& app, Session& session);
 void add_entrada(CLI::App& app, Session& session);

@@ -46,10 +46,10 @@ int run(int argc, char** argv) {
   Session session;
   speak_portuguese(app);
   app.require_subcommand(1);
-  for (auto add :
-       {add_criar,      add_cadastrar,        add_importar,   add_pendentes, add_estoque, add_bicos,      add_buscar,
-        add_configurar, add_bloquear_credito, add_consolidar, add_entrada,   add_nota,    add_reducao,    add_caixa,
-        add_vender,     add_baixar,           add_cupom,      add_fechar,    add_reabrir, add_recalcular, add_sql}) {
+  for (auto add : {add_criar,   add_cadastrar,  add_importar,         add_pendentes,  add_estoque, add_bicos,
+                   add_buscar,  add_configurar, add_bloquear_credito, add_consolidar, add_entrada, add_nota,
+                   add_reducao, add_caixa,      add_vender,           add_baixar,     add_cupom,   add_fechar,
+                   add_aceitos, add_reabrir,    add_recalcular,       add_sql}) {
     add(app, session);
   }
   try {
