@@ -49,7 +49,7 @@ namespace {
 #define PROP(type, name)
 #define INDEX(...) {.columns = #__VA_ARGS__},
 #define UNIQUE(...) {.columns = #__VA_ARGS__, .unique = true},
-#define INDEX_WHILE_ZERO(bit, ...) {.columns = #__VA_ARGS__, .only_where_zero = #bit},
+#define INDEX_WHILE_ZERO(column, ...) {.columns = #__VA_ARGS__, .only_where_zero = #column},
 #define END_TABLE(table) \
   {}                     \
   }                      \
@@ -76,7 +76,7 @@ constexpr std::span<const Index> without_end(const Index (&list)[N]) {
 #define PROP(type, name)
 #define INDEX(...)
 #define UNIQUE(...)
-#define INDEX_WHILE_ZERO(bit, ...)
+#define INDEX_WHILE_ZERO(column, ...)
 #define END_TABLE(table)
 constexpr Table kTables[] = {
 #include "posto/schema/all_tables.def"
@@ -108,6 +108,13 @@ const Column* Table::identity() const {
 bool Table::has_key() const {
   for (const Column& c : columns) {
     if (c.key) return true;
+  }
+  return false;
+}
+
+bool Table::has_index_of_zeros(const Column& column) const {
+  for (const Index& index : indexes) {
+    if (index.only_where_zero == column.name) return true;
   }
   return false;
 }

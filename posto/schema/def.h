@@ -10,7 +10,7 @@
 //   ZERO(type, name)                    never null, 0 when not given
 //   PROP(type, name)                    a property of the value object that is no column
 //   INDEX(...)  UNIQUE(...)             an index over these columns
-//   INDEX_WHILE_ZERO(bit, ...)          an index over these columns that holds only the rows in which `bit` is 0
+//   INDEX_WHILE_ZERO(column, ...)       an index over these columns that holds only the rows in which `column` is 0
 //   SIXTEEN(word, type, prefix)         the sixteen columns prefix01 to prefix16, each declared with `word`
 #define SIXTEEN(word, type, prefix)                                                                                  \
   word(type, prefix##01) word(type, prefix##02) word(type, prefix##03) word(type, prefix##04) word(type, prefix##05) \

@@ -30,7 +30,7 @@ struct Column {
 struct Index {
   std::string_view columns;  // names separated by ", "
   bool unique = false;
-  std::string_view only_where_zero{};  // a bit column: the index holds only the rows in which it is 0
+  std::string_view only_where_zero{};  // a bit or number: the index holds only the rows in which it is 0
 };
 
 struct Table {
@@ -42,6 +42,8 @@ struct Table {
   std::size_t position(const Column& column) const { return static_cast<std::size_t>(&column - columns.data()); }
   const Column* identity() const;  // null when no column is generated
   bool has_key() const;
+  // Whether an index holds only the rows in which this column is 0.
+  bool has_index_of_zeros(const Column& column) const;
 };
 
 // All tables of the database, in the order of the .def files.

@@ -76,7 +76,7 @@ class Binder {
   void bind_subquery(Expr& e, Scope& scope);
   void bind_cast(Expr& e, Scope& scope);
   void require_comparable(const Expr& a, const Expr& b);
-  void pin_bit_comparison(Expr& a, Expr& b);
+  void pin_compared(const Expr& a, Expr& b);
   std::int64_t pin(Expr& literal);
 
   void check_grouping(const SelectCore& core, const Scope& scope);

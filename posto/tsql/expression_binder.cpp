@@ -89,12 +89,12 @@ void Binder::require_comparable(const Expr& a, const Expr& b) {
   if (unlike && !literal) fail("Uma data não se compara com um número", b.position);
 }
 
-// What a bit is compared with is part of the form: the database can then use an index over the live or pending rows.
-void Binder::pin_bit_comparison(Expr& a, Expr& b) {
-  if (a.kind == ExprKind::column && a.column->type == SqlType::bit && is_number_literal(b) &&
-      b.type.base == SqlType::int32) {
-    pin(b);
-  }
+// What a bit is compared with, or a column whose zeros have an index, is part of the form: only then can the database
+// use an index over the live, the pending or the empty rows.
+void Binder::pin_compared(const Expr& a, Expr& b) {
+  if (a.kind != ExprKind::column || !is_number_literal(b) || b.type.base != SqlType::int32) return;
+  const Table* table = a.source->table;
+  if (a.column->type == SqlType::bit || (table != nullptr && table->has_index_of_zeros(*a.column))) pin(b);
 }
 
 std::int64_t Binder::pin(Expr& literal) {
@@ -110,8 +110,8 @@ void Binder::bind_compared(Expr& e, Scope& scope) {
   for (auto& a : e.args) value(*a, scope);
   for (std::size_t i = 1; i < e.args.size(); ++i) {
     require_comparable(*e.args[0], *e.args[i]);
-    pin_bit_comparison(*e.args[0], *e.args[i]);
-    if (e.kind == ExprKind::compare) pin_bit_comparison(*e.args[i], *e.args[0]);
+    pin_compared(*e.args[0], *e.args[i]);
+    if (e.kind == ExprKind::compare) pin_compared(*e.args[i], *e.args[0]);
   }
   e.type.predicate = true;
 }

@@ -62,17 +62,33 @@ void ExpressionWriter::deciding(const Expr& e, const Type& type, bool other_is_c
   if (type.base == SqlType::text && !is_text_column(e) && !other_is_column) collate();
 }
 
+namespace {
+
+// Who asks for what there is since a day asks for the last days of many.
+bool asks_since_a_day(const Expr& e) {
+  const Expr &left = *e.args[0], &right = *e.args[1];
+  return (e.op == Op::greater || e.op == Op::greater_equal) && left.kind == ExprKind::column &&
+         left.column->type == SqlType::date && right.kind == ExprKind::literal;
+}
+
+}  // namespace
+
 void ExpressionWriter::compare(const Expr& e) {
   static constexpr std::string_view kSymbols[] = {" = ", " <> ", " < ", " <= ", " > ", " >= "};
   const Expr &left = *e.args[0], &right = *e.args[1];
-  if (right.pinned && (e.op == Op::equal || e.op == Op::not_equal)) return compare_bit(left, *right.pinned, e.op);
-  if (left.pinned && (e.op == Op::equal || e.op == Op::not_equal)) return compare_bit(right, *left.pinned, e.op);
-  Type type = comparison_type(left, right);
-  out_ += '(';
-  deciding(left, type, is_text_column(right));
-  out_ += kSymbols[static_cast<std::size_t>(e.op) - static_cast<std::size_t>(Op::equal)];
-  compared(right, type);
-  out_ += ')';
+  if (e.op == Op::equal || e.op == Op::not_equal) {
+    if (right.pinned && left.type.base == SqlType::bit) return compare_bit(left, *right.pinned, e.op);
+    if (left.pinned && right.type.base == SqlType::bit) return compare_bit(right, *left.pinned, e.op);
+  }
+  const Type type = comparison_type(left, right);
+  auto comparison = [&] {
+    out_ += '(';
+    deciding(left, type, is_text_column(right));
+    out_ += kSymbols[static_cast<std::size_t>(e.op) - static_cast<std::size_t>(Op::equal)];
+    compared(right, type);
+    out_ += ')';
+  };
+  asks_since_a_day(e) ? met_by_few(comparison) : comparison();
 }
 
 void ExpressionWriter::compare_bit(const Expr& bit, std::int64_t number, Op op) {
@@ -159,7 +175,7 @@ void ExpressionWriter::value_as(const Expr& e, const Type& wanted, bool only_com
       out_ += "NULL";
       return;
     case ExprKind::literal:
-      if (e.pinned && is_integer(wanted.base)) {
+      if (e.pinned && (is_integer(wanted.base) || is_float(wanted.base))) {
         put("{}", *e.pinned);
       } else {
         literal(e, wanted.base, only_compared);

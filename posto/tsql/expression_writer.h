@@ -39,6 +39,8 @@ class ExpressionWriter {
   virtual void compared_text(const Inner& inner) { inner(); }
   // A text of which every blank counts: an operand of "+" and the like.
   virtual void whole_text(const Expr& e) { value_as(e, value_type(SqlType::text)); }
+  // A condition that few rows meet, where a database must be told.
+  virtual void met_by_few(const Inner& inner) { inner(); }
   virtual void to_bit(const Inner& inner) = 0;
   virtual void integer_to_money(const Inner& inner) = 0;
   virtual void money_to_float(const Inner& inner) = 0;

@@ -31,6 +31,7 @@ class SqliteWriter final : public StatementWriter {
   std::string create_temporary(const Table& table) const override { return sqlite_create_table(table, true); }
 
   // Money is written as its count of ten-thousandths, a bit as 0 or 1.
+  void met_by_few(const Inner& inner) override { wrapped("likelihood(", inner, ", 0.01)"); }
   void to_bit(const Inner& inner) override { wrapped("(", inner, " <> 0)"); }
   void integer_to_money(const Inner& inner) override { wrapped("(", inner, " * 10000)"); }
   void money_to_float(const Inner& inner) override { wrapped("(", inner, " / 10000.0)"); }
