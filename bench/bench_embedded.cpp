@@ -309,18 +309,20 @@ class Workshop {
                            Cd_Produto = 1
                   ORDER BY Cd_PessoaUsuaria, Cd_Produto, Dt_Emissao, Cd_LancamentoCardex)");
               rows.Open();
+              const Field code = rows["Cd_LancamentoCardex"], type = rows["No_Tipo"], moved = rows["Qt_Unidade"],
+                          cost = rows["Vl_Unitario"];
               double stock = 0;
               for (; !rows.EOF(); rows.MoveNext()) {
-                const double quantity = rows["Qt_Unidade"].as<double>();
-                stock += rows["No_Tipo"].as<std::int32_t>() < 20 ? quantity : -quantity;
+                const double quantity = moved.as<double>();
+                stock += type.as<std::int32_t>() < 20 ? quantity : -quantity;
                 connection().Execute(sql(R"(
                     UPDATE Cardex
                     SET    Qt_Estoque = {},
                            Vl_CustoMedio = {}
                     WHERE  Cd_PessoaUsuaria = {} And
                            Cd_LancamentoCardex = {})",
-                                         DoubleToSql(stock, 4), DoubleToSql(rows["Vl_Unitario"].as<double>(), 4), 1,
-                                         rows["Cd_LancamentoCardex"].as<std::int32_t>()));
+                                         DoubleToSql(stock, 4), DoubleToSql(cost.as<double>(), 4), 1,
+                                         code.as<std::int32_t>()));
               }
             }),
             peer_in_transaction([this, select, update] {
@@ -338,7 +340,7 @@ class Workshop {
               for (const Movement& m : movements) {
                 stock += m.type < 20 ? m.quantity : -m.quantity;
                 sqlite3_bind_double(update, 1, round_half_away(stock, 4));
-                sqlite3_bind_double(update, 2, m.unit);
+                sqlite3_bind_double(update, 2, round_half_away(m.unit, 4));
                 sqlite3_bind_int(update, 3, 1);
                 sqlite3_bind_int(update, 4, m.code);
                 step(update);

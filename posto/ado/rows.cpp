@@ -41,8 +41,10 @@ Cell* RowReader::room_for_next() {
 bool RowReader::fetch() {
   if (!cursor_) return false;
   keep_texts();
+  // A first row is mostly the only one and wanted whole; a walk over many looks at some of their columns.
+  const bool lazily = !keep_ && fetched_ > 0;
   const std::span<Cell> next(room_for_next(), width_);
-  if (!(keep_ ? cursor_->next(next) : cursor_->next_lazily(next))) {
+  if (!(lazily ? cursor_->next_lazily(next) : cursor_->next(next))) {
     cursor_.reset();
     return false;
   }

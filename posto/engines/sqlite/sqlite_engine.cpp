@@ -162,7 +162,9 @@ class SqliteEngine::RunningCursor final : public RowStream {
   bool step_lazily(std::span<Cell> row) override {
     return step_and([&] { read_reckoned(prepared_, shape(), row); });
   }
+  // A step that failed has let the row go.
   void read_cell(std::size_t column, Cell& cell) override {
+    if (prepared_ == nullptr) throw Erro(erro::kNoCurrentRecord, "SQLite", "Não há registro corrente");
     sqlite::read_cell(prepared_, column, shape().columns()[column], cell);
   }
 
