@@ -16,7 +16,7 @@ std::string exact_text(const Variant& value);
 
 // Patterns of figures for a person.
 inline constexpr const char kMoney[] = "###,###,##0.00";
-inline constexpr const char kLitres[] = "###,###,##0.000";
+inline constexpr const char kQuantity[] = "###,###,##0.000";
 
 // A column of an answer. With a pattern, figures are shown to a person with it ("###,##0.00"); a date without one is
 // shown as day and time.

@@ -20,8 +20,8 @@ void show(Session& session, const BicosOptions& options) {
   flows::Station station = session.open();
   Answer answer({{"Bico", "De_EnderecoLogicoBico"},
                  {"Descrição", "Ds_Bico"},
-                 {"Abertura", "No_EncerranteAbertura", kLitres},
-                 {"Fechamento", "No_EncerranteFechamento", kLitres},
+                 {"Abertura", "No_EncerranteAbertura", kQuantity},
+                 {"Fechamento", "No_EncerranteFechamento", kQuantity},
                  {"Litros", "Qt_Litros", "###,##0.000"},
                  {"Diferença", "Qt_Diferenca", "###,##0.000"},
                  {"Vendas", "Vl_Total", "###,##0.00"},

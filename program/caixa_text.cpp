@@ -16,8 +16,8 @@ constexpr std::string_view kCount = "###,###,##0";
 
 // The captions of figures that are no amounts.
 constexpr std::pair<std::string_view, std::string_view> kPatterns[] = {
-    {"ENCER.FINAL", kLitres}, {"ENCER.INICIAL", kLitres}, {"VENDA LITROS", kLitres},
-    {"LITROS", kLitres},      {"QUANT.", kLitres},        {"PREÇO", "###,##0.00##"}};
+    {"ENCER.FINAL", kQuantity}, {"ENCER.INICIAL", kQuantity}, {"VENDA LITROS", kQuantity},
+    {"LITROS", kQuantity},      {"QUANT.", kQuantity},        {"PREÇO", "###,##0.00##"}};
 
 std::string moment_text(Date moment) { return format_date(moment, "dd/mm/yyyy hh:Nn:Ss"); }
 

@@ -28,7 +28,7 @@ void consolidate(const Session& session, const ConsolidarOptions& options) {
   Answer answer({{"Grupo", "Nm_GrupoProduto"},
                  {"Código", "Cd_Produto"},
                  {"Produto", "Nm_Produto"},
-                 {"Quantidade", "Qt_Estoque", kLitres},
+                 {"Quantidade", "Qt_Estoque", kQuantity},
                  {"Custo médio", "Vl_CustoMedio", "###,##0.000000"},
                  {"Total", "Vl_Total", kMoney}});
   for (const flows::ConsolidatedProduct& p : stock.products) {

@@ -14,7 +14,6 @@ struct EstoqueOptions {
   Form form = Form::aligned;
 };
 
-constexpr const char* kQuantity = kLitres;
 constexpr const char* kUnitCost = "###,##0.000000";
 
 // The present position of each product with the movements of a period.

@@ -12,8 +12,6 @@
 namespace posto::program {
 namespace {
 
-constexpr const char* kQuantity = kLitres;
-
 struct NotaOptions {
   std::int32_t entry = 0, kind = 0, number = 0;
   bool issued = false, cancel = false, physical = false;

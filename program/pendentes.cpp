@@ -33,7 +33,7 @@ void show(const Session& session, const PendentesOptions& options) {
                  {"Litros", "Qt_Litros", "###,##0.000"},
                  {"Preço", "Vl_Preco", "##0.000"},
                  {"Total", "Vl_Total", "###,##0.00"},
-                 {"Encerrante", "No_EncerranteFechamento", kLitres},
+                 {"Encerrante", "No_EncerranteFechamento", kQuantity},
                  {"Caixa", "Cd_Caixa"}});
   for (; !rows.EOF(); rows.MoveNext()) {
     answer.add({rows["Cd_Abastecimento"].Value(), rows["De_EnderecoLogicoBico"].Value(), rows["Dt_Termino"].Value(),

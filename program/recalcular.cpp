@@ -23,7 +23,7 @@ void recalculate(Session& session, RecalcularOptions& options) {
   flows::Station station = session.open();
   Answer answer({{"Código", "Cd_Produto"},
                  {"Produto", "Nm_Produto"},
-                 {"Quantidade", "Qt_Estoque", kLitres},
+                 {"Quantidade", "Qt_Estoque", kQuantity},
                  {"Custo médio", "Vl_CustoMedio", "###,##0.000000"},
                  {"Crédito de ICMS", "Vl_CredIcmsMedio", "###,##0.000000"},
                  {"Conferido", "Ds_Conferencia"}});
