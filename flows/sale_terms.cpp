@@ -98,7 +98,7 @@ void fill_kind_of_sale(Station& station, const Sale& sale, VOCupomFiscal& coupon
     throw table_erro(erro::kSaleNotReleasedToClient, "flows", "sale");
   }
   const Tp_VendaEnum without_card = sale.vehicle.empty() ? Tp_VendaACreditoRequisicao : Tp_VendaACreditoPlaca;
-  coupon.Tp_Venda = by_card(sale) ? Tp_VendaACreditoCartao : without_card;
+  coupon.Tp_Venda = static_cast<std::uint8_t>(by_card(sale) ? Tp_VendaACreditoCartao : without_card);
   coupon.FL_Fechada = "N";
   coupon.Dt_Fechamento = last_day_of_month(coupon.Dt_Emissao);
 }

@@ -63,8 +63,8 @@ TEST_F(Extremes, WithoutRoomAreRefused) {
   const std::pair<const char*, Variant> values[] = {{"Vl", 1e300},    {"Vl", infinite}, {"Re", 1e39},
                                                     {"Re", infinite}, {"Fl", infinite}, {"Fl", std::nan("")},
                                                     {"Tx", kTooLong}};
-  for (const auto& [column, value] : values) {
-    EXPECT_EQ(raised([&] { kept(column, value); }), erro::kDataOverflow) << column;
+  for (const auto& value : values) {
+    EXPECT_EQ(raised([&] { kept(value.first, value.second); }), erro::kDataOverflow) << value.first;
   }
   engine_->execute("INSERT INTO #T (Vl, Re, Fl) Values (922337203685477.5807, 3.4e38, 1.7e308)");
   for (const char* statement : {"UPDATE #T SET Vl = 922337203685477.58075", "UPDATE #T SET Vl = Vl + 0.0001",
