@@ -1,8 +1,8 @@
 // The closing of a day of 2,000 coupons and 4,000 fuellings behind five years of days, by the same behind one year. Two
 // questions look back to the first day by rule: the proof of the stock over the whole ledger, and the search for
-// fuellings on two lines. They stand beside; `ratio closing_5_years_to_1` is of all the others. (Movements without a sale
-// are asked from the settled date, here the day before.) A former day has a tenth of the coupons, so that the millions
-// of rows of five years are written in half a minute.
+// fuellings on two lines. They stand beside; `ratio closing_5_years_to_1` is of all the others. (Movements without a
+// sale are asked from the settled date, here the day before.) A former day has a tenth of the coupons, so that the
+// millions of rows of five years are written in half a minute.
 #include <fmt/format.h>
 #include <unistd.h>
 
