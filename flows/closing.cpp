@@ -91,7 +91,7 @@ Closing close_day(Station& station, Date day, const ClosingOptions& options) {
 
 Recordset acceptances(Station& station, Date day) {
   const std::string of_day =
-      day == Date() ? std::string() : "And\r\nDt_FecDiario = " + DateSemHoraToSql(day, *station.settings);
+      day.empty() ? std::string() : "And Dt_FecDiario = " + DateSemHoraToSql(day, *station.settings);
   return station.connection().Execute(sql(R"(
       SELECT   *
       FROM     AceiteFecDiario

@@ -6,13 +6,13 @@
 
 #include "flows/conflict.h"
 #include "flows/lookup.h"
-#include "flows/product_kind.h"
 #include "posto/closing/DALFecDiario.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
 #include "posto/fiscal/DALCupomFiscal.h"
 #include "posto/forecourt/DALBomba.h"
 #include "posto/stock/DALProduto.h"
+#include "posto/stock/product_kind.h"
 #include "posto/types/rounding.h"
 
 namespace posto::flows {

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "flows/product_kind.h"
 #include "posto/core/sql.h"
 #include "posto/core/sql_literals.h"
 #include "posto/fiscal/DALMapaResumoECF.h"
+#include "posto/stock/product_kind.h"
 #include "posto/types/number_pattern.h"
 
 namespace posto::flows {

@@ -6,12 +6,12 @@
 #include <string_view>
 
 #include "flows/lookup.h"
-#include "flows/product_kind.h"
 #include "posto/core/error_vocabulary.h"
 #include "posto/forecourt/catalogue.h"
 #include "posto/masterdata/DALFornecedor.h"
 #include "posto/masterdata/catalogue.h"
 #include "posto/stock/DALProduto.h"
+#include "posto/stock/product_kind.h"
 #include "posto/types/rounding.h"
 #include "posto/types/text.h"
 

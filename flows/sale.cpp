@@ -16,7 +16,6 @@
 #include "posto/fiscal/DALReducaoZ.h"
 #include "posto/forecourt/DALAbastecimento.h"
 #include "posto/stock/DALCardex.h"
-#include "posto/types/number_pattern.h"
 
 namespace posto::flows {
 namespace {
@@ -25,8 +24,6 @@ constexpr std::size_t kMostLines = 255;
 constexpr std::uint8_t kPaymentOfSale = 20;
 constexpr const char* kDocumentOfSale = "RV";
 constexpr const char* kLedgerNumbers = "Cd_LancamentoCardex";
-
-std::string shown(Currency value) { return format_number(value, "###,###,##0.00"); }
 
 // One sale, inside its transaction.
 class Selling {
@@ -108,7 +105,7 @@ class Selling {
     }
     if (live.empty()) refuse_sale("todas as linhas estão canceladas");
     total_up(head, live);
-    if (head.Vl_TotalLiquido < Currency()) refuse_sale("desconto maior que o total: " + shown(sale_.discount));
+    if (head.Vl_TotalLiquido < Currency()) refuse_sale("desconto maior que o total: " + in_reais(sale_.discount));
     head.No_TipoEnvioNF = head.Vl_TotSer > Currency() ? 1 : 0;
     head.Vl_GTotal = grand_total_before() + printed;
     head.Vl_Cancelamentos = cancelled_before(head.Dt_Movimento) + cancelled;

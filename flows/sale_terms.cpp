@@ -16,8 +16,6 @@ namespace {
 
 constexpr std::int32_t kCreditBlocked = 3;  // of No_SituacaoCredito: from here on nothing is sold on credit
 
-std::string in_reais(Currency value) { return format_number(value, "###,###,##0.00"); }
-
 Date last_day_of_month(Date day) {
   const Date::Parts p = day.parts();
   const Date next = p.month == 12 ? Date::of_day(p.year + 1, 1, 1) : Date::of_day(p.year, p.month + 1, 1);
@@ -50,6 +48,8 @@ std::int32_t client_of_card(Station& station, const Sale& sale) {
 }
 
 }  // namespace
+
+std::string in_reais(Currency value) { return format_number(value, "###,###,##0.00"); }
 
 std::vector<Payment> agreed_payments(Station& station, const Sale& sale, Currency net_total) {
   std::vector<Payment> payments = sale.payments;

@@ -5,6 +5,9 @@
 
 namespace posto::flows {
 
+// An amount as a message shows it.
+std::string in_reais(Currency value);
+
 // The payments of a sale with their values; none for a sale on credit. Raises 0x80040660 where they are not the net
 // total, for a kind of receipt that is not there, and for a sale with neither payments nor client.
 std::vector<Payment> agreed_payments(Station& station, const Sale& sale, Currency net_total);

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <span>
 
-#include "flows/product_kind.h"
 #include "posto/schema/fiscal.h"
+#include "posto/stock/product_kind.h"
 
 namespace posto::flows {
 

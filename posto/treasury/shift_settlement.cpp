@@ -1,15 +1,10 @@
 // The settlement of a cash shift.
 #include "posto/core/sql.h"
+#include "posto/stock/product_kind.h"
 #include "posto/treasury/DALCaixa.h"
 #include "posto/types/rounding.h"
 
 namespace posto {
-namespace {
-
-// Codes of Produto.No_Tipo.
-constexpr std::uint8_t kGoods = 1, kService = 2;
-
-}  // namespace
 
 // A step of CalcularCaixa. Each leaves its figure in the value object.
 struct DALCaixa::Step {

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-namespace posto::flows {
+namespace posto {
 
 inline constexpr std::uint8_t kGoods = 1, kService = 2;
 
-}  // namespace posto::flows
+}  // namespace posto
