@@ -6,6 +6,7 @@
 #include "posto/core/error_vocabulary.h"
 #include "posto/fiscal/DALECF.h"
 #include "posto/fiscal/DALTipoRecebimento.h"
+#include "posto/fiscal/catalogue.h"
 #include "posto/forecourt/catalogue.h"
 #include "posto/masterdata/DALCFOP.h"
 #include "posto/masterdata/DALCartao.h"
@@ -171,6 +172,7 @@ constexpr RecordKind kKinds[] = {
     {"Produto", take_record<DALProduto>},
     {"Tanque", take_record<DALTanque>},
     {"ECF", take_record<DALECF>},
+    {"PonVen", take_record<DALPonVen>},
     {"ConBan", take_record<Entity<VOConBan, kConBan>>},
     {"ContaAReceber", take_record<Entity<VOContaAReceber, kContaAReceber>>},
 #define CLASS(table, ...) {#table, take_record<DAL##table>},

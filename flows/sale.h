@@ -17,6 +17,7 @@ struct SaleLine {
   std::optional<Currency> price;  // of a unit; none: the fuelling's less its discount, or the product's
   std::int32_t fuelling = 0;      // Cd_Abastecimento of the delivery that is sold
   bool cancelled = false;         // printed and taken back before the coupon ended
+  std::int32_t place = 0;         // Cd_PonVen, where it is sold; 0: the station's lowest
 };
 
 inline constexpr std::int32_t kCash = 5;  // Cd_TipoRecebimento
@@ -65,8 +66,9 @@ struct CouponKey {
 // Raises, with nothing sold: 0x800402CA for goods that are not in stock (fuel of a fuelling is gone and never refused),
 // 0x8004026F for a fuelling that is posted already, 0x80040269 for a sale on credit to a client whose credit is
 // blocked, 0x80040660 for a sale that cannot be (no lines, payments that are not the net total or of an unknown kind, a
-// calibration, a blocked card, an unknown printer, an unknown or checked shift, a business day up to the settled date),
-// 0x80040E2F for a coupon that is there already, 0x80040202 for an unknown product, fuelling, client or card.
+// calibration, a blocked card, an unknown printer or place, an unknown or checked shift, a business day up to the
+// settled date), 0x80040E2F for a coupon that is there already, 0x80040202 for an unknown product, fuelling, client or
+// card.
 VOCupomFiscal sell(Station& station, const Sale& sale);
 // The same for a coupon that was cancelled at once, in one transaction.
 void sell_and_cancel(Station& station, const Sale& sale);

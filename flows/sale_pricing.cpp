@@ -20,7 +20,7 @@ const char* cfop_of(const VOProduto& product) {
 }  // namespace
 
 LinePricer::LinePricer(Station& station, const VOCupomFiscal& coupon)
-    : coupon_(coupon), item_(station.settings), fuelling_(station.settings) {}
+    : coupon_(coupon), places_(station), item_(station.settings), fuelling_(station.settings) {}
 
 PricedLine LinePricer::price(const SaleLine& sold) {
   PricedLine line;
@@ -30,6 +30,7 @@ PricedLine LinePricer::price(const SaleLine& sold) {
   item.No_CupomFiscal = coupon_.No_CupomFiscal;
   item.Dt_Emissao = coupon_.Dt_Emissao;
   item.No_Item = ++lines_;
+  item.Cd_PonVen = places_.find(sold.place);
   item.Cd_Produto = sold.product;
   item.Qt_Unidade = sold.quantity;
   if (sold.fuelling != 0) take_fuelling(sold, line);

@@ -20,7 +20,7 @@ constexpr double kMostUnits = 1e6;
 const Currency kMostPrice(1'000'000);
 constexpr std::size_t kMostDigits = 15;
 constexpr std::array<std::string_view, 6> kRequired = {"impressora", "cupom", "data", "hora", "produto", "quantidade"};
-constexpr std::array<std::string_view, 3> kOfLine = {"abastecimento", "preco", "cancelado"};
+constexpr std::array<std::string_view, 4> kOfLine = {"abastecimento", "ponto", "preco", "cancelado"};
 // Told by the first row of a coupon, with "hora".
 constexpr std::array<std::string_view, 8> kOfCoupon = {"caixa",   "movimento", "desconto", "pagamentos",
                                                        "cliente", "cartao",    "placa",    "km"};
@@ -150,6 +150,7 @@ class SalesReader {
     if (given("produto") || line.fuelling == 0) line.product = product();
     if (given("quantidade") || line.fuelling == 0) line.quantity = rows_.figure("quantidade");
     if (line.quantity > kMostUnits) rows_.fail("quantidade acima de 1000000: " + rows_.text("quantidade"));
+    if (given("ponto")) line.place = rows_.integer("ponto", 1);
     if (given("preco")) line.price = rows_.decimal("preco");
     if (line.price > kMostPrice) rows_.fail("preco acima de 1000000: " + rows_.text("preco"));
     if (given("cancelado")) {

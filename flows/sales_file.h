@@ -30,6 +30,7 @@ struct SalesResult {
 //   produto        bar code; may be empty where a fuelling is sold
 //   quantidade     units, with a point; empty: the fuelling's litres
 //   abastecimento  code of the fuelling that the line sells (posto pendentes shows it)
+//   ponto          code of the place of sale; empty: the station's lowest (PonVen)
 //   preco          of a unit, where it is not the product's or the pump's
 //   caixa          code of the cash shift
 //   movimento      business day, where it is not the day of issue
@@ -41,8 +42,8 @@ struct SalesResult {
 //   cancelado      "item": the line was taken back while it was printed; "cupom": the coupon was, after it ended, and
 //                  needs no "pagamentos" then
 //
-// What belongs to the coupon (from hora to km, but for produto, quantidade, abastecimento and preco) is told in its
-// first row; the others leave it empty or repeat it. A coupon with a bad row is refused whole, and so is one that
+// What belongs to the coupon (from hora to km, but for produto, quantidade, abastecimento, ponto and preco) is told in
+// its first row; the others leave it empty or repeat it. A coupon with a bad row is refused whole, and so is one that
 // cannot be sold: it is told with its number and the reason, and the rest goes on. Each coupon is a transaction of its
 // own, and one that is there already is passed over, so that a file can be taken in again.
 //

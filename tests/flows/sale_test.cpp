@@ -319,6 +319,19 @@ TEST_F(SalesFileTest, GoodCouponsAreSoldAndBadOnesTold) {
   EXPECT_TRUE(state() == before);
 }
 
+TEST_F(SalesFileTest, LinesAreSoldSomewhere) {
+  const std::string header = "impressora,cupom,data,hora,produto,quantidade,ponto,caixa,pagamentos\n";
+  const std::string places =
+      "SELECT No_CupomFiscal, No_Item, Cd_PonVen FROM ItemCupomFiscal ORDER BY No_CupomFiscal, No_Item";
+  EXPECT_EQ(take(header + "1,100,2026-11-23,10:00:00,791,1,7,1,5\n").refused.at(0).reason, "não há o ponto de venda 7");
+  EXPECT_EQ(rows("SELECT * FROM PonVen"), "");
+  take(header + "1,100,2026-11-23,10:00:00,791,1,,1,5\n");
+  EXPECT_EQ(rows("SELECT Cd_PonVen, Nm_PonVen FROM PonVen"), "1,PRINCIPAL\n");
+  insert(station_, "PonVen", "Cd_PessoaUsuaria, Cd_PonVen, Nm_PonVen", {"1, 7, 'LOJA'", "2, 0, 'OUTRA'"});
+  take(header + "1,101,2026-11-23,10:00:00,791,1,7,1,5\n1,101,2026-11-23,,791,1,,,\n");
+  EXPECT_EQ(rows(places), "100,1,1\n101,1,7\n101,2,1\n");
+}
+
 TEST_F(SalesFileTest, AnotherHeaderIsNotRead) {
   for (const char* header :
        {"impressora,cupom,data,hora,produto", "impressora,cupom,data,hora,produto,quantidade,cor"}) {

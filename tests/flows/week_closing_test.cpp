@@ -4,11 +4,11 @@
 
 #include <fstream>
 #include <iterator>
-#include <map>
 
 #include "flows/closing.h"
 #include "flows/shift.h"
 #include "posto/services/clock.h"
+#include "tests/flows/shift_model.h"
 #include "tests/flows/week.h"
 
 namespace posto::flows {
@@ -75,15 +75,35 @@ class WeekClosing : public ::testing::Test {
   Station station_ = database_.registered();
 };
 
-// What the printers' days come to is what the shifts settle: 1 and 2 stand on the forecourt, 3 in the shop.
-std::map<std::int32_t, Currency> expected_settlements() {
-  std::map<std::int32_t, Currency> sums;
-  for (const Row& row : rows_of_file(kWeek + "esperado/dias.csv")) {
-    const auto day =
-        static_cast<std::int32_t>((Date::parse_iso(row[0]).value().millis() - kFirstDay.millis()) / 86400000);
-    sums[2 * day + (row[1] == "3" ? 2 : 1)] += Currency::parse(row[10]);
+std::string lines_of(const std::multiset<std::string>& rows) {
+  std::string text;
+  for (const std::string& row : rows) text += row + "\n";
+  return text;
+}
+
+void expect_settled(const VOCaixa& shift, const ModelShift& model) {
+  EXPECT_EQ(shift.Vl_VendaCombustiveis, model.fuels);
+  EXPECT_EQ(shift.Vl_VendaProdutos, model.goods);
+  EXPECT_EQ(shift.Vl_VendaServicos, model.services);
+  EXPECT_EQ(shift.Vl_DescontoCupons, model.discounts);
+  EXPECT_EQ(shift.Vl_Recebimentos, model.receipts);
+  EXPECT_EQ(shift.Vl_VendaACredito, model.on_credit);
+  EXPECT_EQ(shift.Vl_SomaDebitos, model.fuels + model.goods + model.services - model.discounts);
+  EXPECT_EQ(shift.Vl_SomaCreditos, model.receipts + model.on_credit);
+  for (const Currency none :
+       {shift.Vl_Suprimento, shift.Vl_ContasRecebidas, shift.Vl_AbastecimentosPendentes, shift.Vl_OutrosDebitos,
+        shift.Vl_OutrosCreditos, shift.Vl_FaltaSangrias, shift.Vl_SobraSangrias, shift.Vl_Diferenca}) {
+    EXPECT_EQ(none, Currency());
   }
-  return sums;
+}
+
+void expect_summary(Station& station, const VOCaixa& shift, const ModelShift& model) {
+  std::multiset<std::string> rows;
+  for (const SummaryGroup& group : shift_summary(station, shift)) {
+    const std::string code = format_number(group.code, "0.0", kPointLocale);
+    for (const SummaryRow& row : group.rows) rows.insert(summary_line(code, row.item, row.name, row.values));
+  }
+  EXPECT_EQ(lines_of(rows), lines_of(model.summary));
 }
 
 TEST_F(WeekClosing, EveryDayClosesAndTheFaultyOneBehindItsCorrections) {
@@ -98,12 +118,14 @@ TEST_F(WeekClosing, EveryDayClosesAndTheFaultyOneBehindItsCorrections) {
     EXPECT_TRUE(closing.closed) << names(closing.refused);
     EXPECT_EQ(names(closing.refused) + names(closing.mended), "");
   }
-  const auto settlements = expected_settlements();
+  const auto expected = model_shifts();
   const auto shifts = shifts_between(station_, kFirstDay, kFirstDay.plus_days(kDays));
-  ASSERT_EQ(shifts.size(), settlements.size());
+  ASSERT_EQ(shifts.size(), expected.size());
   for (const ShiftLine& line : shifts) {
-    EXPECT_EQ(line.shift.Vl_SomaDebitos, settlements.at(line.shift.Cd_Caixa)) << line.shift.Cd_Caixa;
-    EXPECT_EQ(line.shift.Vl_Diferenca, Currency()) << line.shift.Cd_Caixa;
+    SCOPED_TRACE("shift " + std::to_string(line.shift.Cd_Caixa));
+    const ModelShift& model = expected.at(line.shift.Cd_Caixa);
+    expect_settled(line.shift, model);
+    expect_summary(station_, line.shift, model);
   }
   // The recalculated stock and cost, to the two decimals that a product keeps.
   for (const Row& row : rows_of_file(kWeek + "esperado/estoque.csv")) {
