@@ -23,7 +23,7 @@ class PointsOfSale {
   void require(std::int32_t code);
 
   Station& station_;
-  std::int32_t lowest_ = 0;        // 0: not looked up yet
+  std::int32_t lowest_ = 0;          // 0: not looked up yet
   std::set<std::int32_t> standing_;  // codes that were looked up
 };
 

@@ -19,8 +19,8 @@ VariantKind kind_of(SqlType type) {
   return kKinds[static_cast<std::size_t>(type)];
 }
 
-Variant converted(Variant value, SqlType type) {
-  if (value.kind() == kind_of(type)) return value;
+// A value as another one of the column's type.
+Variant converted(const Variant& value, SqlType type) {
   if (value.is_null() || value.is_empty()) return Null{};
   switch (type) {
     case SqlType::bit:
@@ -100,7 +100,7 @@ struct Recordset::Edit {
    public:
     bool has(std::size_t i) const { return i < set_.size() && set_[i] != 0; }
     const Variant& operator[](std::size_t i) const { return values_[i]; }
-    void set(std::size_t i, Variant value, std::size_t count) {
+    void set(std::size_t i, Variant&& value, std::size_t count) {
       if (values_.empty()) {
         values_.resize(count);
         set_.resize(count);
@@ -278,13 +278,13 @@ Variant Recordset::field_value(std::size_t index) {
   return cell_value(cell(index), shape_->columns()[index].type);
 }
 
-void Recordset::set_field(std::size_t index, Variant value) {
+void Recordset::set_field(std::size_t index, Variant&& value) {
   const ResultColumn& column = shape().columns()[index];
   require_updatable();
   if (column.column == nullptr) raise(erro::kNotSupported, "O campo " + column.name + " é calculado");
   if (!on_new_record() && !rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
   if (!edit_) edit_ = std::make_unique<Edit>();
-  value = converted(std::move(value), column.type);
+  if (value.kind() != kind_of(column.type)) value = converted(value, column.type);
   if (!edit_->adding && is_former(index, value)) return edit_->pending.unset(index);
   edit_->pending.set(index, std::move(value), shape_->columns().size());
   edit_->changed = true;

@@ -131,7 +131,7 @@ class Recordset {
   // The cell as the database gave it; null where values were written to the record.
   const Cell* stored_cell(std::size_t index) { return edit_ ? nullptr : &cell(index); }
   Variant former_value(std::size_t index);
-  void set_field(std::size_t index, Variant value);
+  void set_field(std::size_t index, Variant&& value);
   bool is_former(std::size_t index, const Variant& value);
   std::string write_key(char kind) const;
   using Compose = std::string (*)(const ResultShape&, std::string_view letters);

@@ -8,7 +8,11 @@ namespace {
 
 constexpr std::size_t kLongText = 1000;  // a column from this width on is not cut
 
-bool is_code(std::string_view column) { return column.size() >= 3 && equal_names(column.substr(0, 3), "Cd_"); }
+const Date kFirstDate = Date::of_day(1900, 1, 1);
+
+bool is_code(std::string_view column) {
+  return column.size() >= 3 && ascii_lower(column[0]) == 'c' && ascii_lower(column[1]) == 'd' && column[2] == '_';
+}
 
 bool is_zero(const Variant& value) {
   switch (value.kind()) {
@@ -29,19 +33,22 @@ bool is_zero(const Variant& value) {
   }
 }
 
-// What a property's value is in the database.
-Variant stored_value(const VOSistema& settings, const ResultColumn& column, Variant value) {
-  static const Date kFirstDate = Date::of_day(1900, 1, 1);
-  if (value.kind() == VariantKind::Date) return value.held<Date>() < kFirstDate ? Variant(Null{}) : value;
+// Makes a property's value what it is in the database.
+void make_stored(const VOSistema& settings, const ResultColumn& column, Variant& value) {
+  if (value.kind() == VariantKind::Date) {
+    if (value.held<Date>() < kFirstDate) value = Null{};
+    return;
+  }
+  const bool text = value.is_text();
   if (is_code(column.name)) {
-    if (is_zero(value)) return column.name == "Cd_PessoaUsuaria" ? Variant(settings.tenant()) : Variant(Null{});
-    if (value.is_text() && value.held<std::string>().empty()) return Null{};
+    if (text ? value.held<std::string>().empty() : is_zero(value)) {
+      value = column.name == "Cd_PessoaUsuaria" && !text ? Variant(settings.tenant()) : Variant(Null{});
+      return;
+    }
   }
-  if (value.is_text() && column.width > 0 && column.width < kLongText) {
-    const std::string& text = value.held<std::string>();
-    if (text.size() > column.width) return first_chars(text, column.width);
+  if (text && column.width > 0 && column.width < kLongText && value.held<std::string>().size() > column.width) {
+    value = std::string(first_chars(value.held<std::string>(), column.width));
   }
-  return value;
 }
 
 // Without the way over a Variant where column and property have one type.
@@ -91,7 +98,9 @@ void TransferirDadosDeVOParaBd(const VOSistema& settings, const ValueObject& vo,
       tolerant([&] {
         bool generated = column.column != nullptr && column.column->identity;
         if (!generated) {
-          record[i].Value(stored_value(settings, column, vo.get(*properties[i])));
+          Variant value = vo.get(*properties[i]);
+          make_stored(settings, column, value);
+          record[i].Value(std::move(value));
         } else if (Variant key = record[i].Value(); !key.is_null()) {
           vo.let(*properties[i], key);
         }

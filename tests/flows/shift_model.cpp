@@ -113,10 +113,8 @@ class WeekModel {
     int line = 1;
     for (const Row& row : rows_of_file(day == 0 ? kSample + "/leituras.csv" : day_folder(day) + "/leituras.csv")) {
       if (++line; day == 0 && kBadReadings.contains(line)) continue;
-      readings_.push_back({.address = row[0],
-                           .litres = scaled(row[4], 3),
-                           .totaliser = scaled(row[7], 3),
-                           .price = money(row[5])});
+      readings_.push_back(
+          {.address = row[0], .litres = scaled(row[4], 3), .totaliser = scaled(row[7], 3), .price = money(row[5])});
       nozzles_[row[0]].totaliser = readings_.back().totaliser;
     }
     for (const auto& [address, nozzle] : nozzles_) {
