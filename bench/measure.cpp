@@ -37,9 +37,10 @@ void add(const std::string& name, const Side& side, const Pair& pair) {
   using Clock = std::chrono::steady_clock;
   benchmark::RegisterBenchmark(
       name.c_str(),
-      [side, units = pair.units](benchmark::State& state) {
+      [side, units = pair.units, warm = pair.warm](benchmark::State& state) {
         for (auto _ : state) {
           if (side.before) side.before();
+          if (warm) side.work();
           const auto started = Clock::now();
           side.work();
           state.SetIterationTime(std::chrono::duration<double>(Clock::now() - started).count());

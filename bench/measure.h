@@ -21,6 +21,7 @@ struct Pair {
   Side ours, peer;
   double units = 1;  // pieces in a call, to tell the time of one
   int repetitions = 15;
+  bool warm = false;  // the work is done once more before it is timed, so that both sides find their pages in memory
 };
 
 // Runs the pairs, ours and peer in turns, and ends with a line "ratio NAME VALUE" for each: the best time of ours by

@@ -32,36 +32,35 @@ class SqlPart {
   std::size_t length_ = 0;
 };
 
-// The text of a statement as pieces that are taken over as they stand, found while compiling. Behind each comes what
-// its `then` says.
+// The text of a statement as pieces that are taken over as they stand, found while compiling. Behind each comes a line
+// end, a hole or the end of the text. Small, because each call of sql() makes one.
 class SqlPieces {
  public:
-  enum class Then : std::uint16_t { end, line_end, hole };
   struct Piece {
     std::uint16_t begin = 0, size = 0;
-    Then then = Then::end;
   };
 
   // Each line loses the blanks that begin the first.
-  consteval explicit SqlPieces(std::string_view raw) : raw_(raw) {
+  consteval explicit SqlPieces(std::string_view raw) {
     if (raw.ends_with('\n')) raw.remove_suffix(1);
     std::size_t at = raw.starts_with('\n') ? 1 : 0;
     const std::size_t indent = blanks(raw, at);
     std::size_t begin = at + indent;
     for (at = begin; at < raw.size();) {
       if (raw[at] == '\n') {
-        add(begin, at, Then::line_end);
+        add(begin, at);
         begin = at + 1 + std::min(indent, blanks(raw, at + 1));
         at = begin;
       } else if (raw.substr(at).starts_with("{}")) {
-        add(begin, at, Then::hole);
+        add(begin, at);
         ++holes_;
         begin = at += 2;
       } else {
         ++at;
       }
     }
-    add(begin, raw.size(), Then::end);
+    add(begin, raw.size());
+    raw_ = raw;
   }
 
   std::string_view raw() const { return raw_; }
@@ -69,16 +68,16 @@ class SqlPieces {
   constexpr std::size_t holes() const { return holes_; }
 
  private:
-  static constexpr std::size_t kMost = 100;
+  static constexpr std::size_t kMost = 64;
 
   static consteval std::size_t blanks(std::string_view raw, std::size_t from) {
     std::size_t n = 0;
     while (from + n < raw.size() && raw[from + n] == ' ') ++n;
     return n;
   }
-  consteval void add(std::size_t begin, std::size_t end, Then then) {
-    if (count_ == kMost) throw "a statement has at most a hundred lines and holes";
-    pieces_[count_++] = {static_cast<std::uint16_t>(begin), static_cast<std::uint16_t>(end - begin), then};
+  consteval void add(std::size_t begin, std::size_t end) {
+    if (count_ == kMost) throw "a statement has at most 64 lines and holes";
+    pieces_[count_++] = {static_cast<std::uint16_t>(begin), static_cast<std::uint16_t>(end - begin)};
   }
 
   std::string_view raw_;
