@@ -21,7 +21,10 @@ std::string_view TextArena::keep(std::string_view text) {
 }
 
 RowReader::RowReader(std::unique_ptr<Cursor> cursor, bool keep)
-    : cursor_(std::move(cursor)), keep_(keep), width_(cursor_->shape().columns().size()), first_(width_) {}
+    : cursor_(std::move(cursor)), keep_(keep), width_(cursor_->shape().columns().size()), first_(width_) {
+  const auto is_text = [](const ResultColumn& column) { return column.type == SqlType::text; };
+  has_texts_ = std::ranges::any_of(cursor_->shape().columns(), is_text);
+}
 
 Cell* RowReader::row(std::int64_t number) {
   if (number == 0 || !keep_) return first_.data();
@@ -49,7 +52,7 @@ bool RowReader::fetch() {
     return false;
   }
   ++fetched_;
-  texts_are_kept_ = !keep_;
+  texts_are_kept_ = !keep_ || !has_texts_;
   return true;
 }
 

@@ -58,7 +58,8 @@ class RowReader {
   std::size_t width_;
   std::vector<Cell> first_;                // row 0, or the current one where none is kept
   std::vector<std::vector<Cell>> others_;  // pieces of twice as many rows each, from row 1 on: no row ever moves
-  bool texts_are_kept_ = true;             // those of the last row; before that they belong to the cursor
+  bool has_texts_ = false;
+  bool texts_are_kept_ = true;  // those of the last row; before that they belong to the cursor
   TextArena texts_;
   Cell* current_ = nullptr;
   std::int64_t position_ = -1;

@@ -35,20 +35,23 @@ std::string place(const Parameter& p) {
 // quotient is the nearest one. Nothing for any other text.
 std::optional<double> parse_short_real(std::string_view text) {
   constexpr std::size_t kMostDigits = 15;
-  if (text.size() > kMostDigits + 1) return std::nullopt;
+  const char* p = text.data();
+  const char* const end = p + text.size();
   std::int64_t digits = 0;
-  std::size_t count = 0, decimals = 0;
-  bool behind_point = false;
-  for (char c : text) {
-    if (c == '.' && !behind_point) {
-      behind_point = true;
-      continue;
-    }
-    if (c < '0' || c > '9' || ++count > kMostDigits) return std::nullopt;
-    digits = digits * 10 + (c - '0');
-    if (behind_point) ++decimals;
+  auto read_digits = [&] {
+    const char* const first = p;
+    for (; p < end && *p >= '0' && *p <= '9'; ++p) digits = digits * 10 + (*p - '0');
+    return static_cast<std::size_t>(p - first);
+  };
+  if (text.size() > kMostDigits + 1) return std::nullopt;
+  const std::size_t whole = read_digits();
+  std::size_t decimals = 0;
+  if (p < end && *p == '.') {
+    ++p;
+    decimals = read_digits();
   }
-  if (count == 0) return std::nullopt;
+  const std::size_t count = whole + decimals;
+  if (p < end || count == 0 || count > kMostDigits) return std::nullopt;
   return static_cast<double>(digits) / kPowersOfTen[decimals];
 }
 
