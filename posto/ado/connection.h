@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "posto/engines/engine.h"
 
@@ -56,6 +57,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   KeptWrite& kept_write(const std::string& key);
 
  private:
+  friend class Recordset;
+  std::vector<Cell> spare_row_;  // the memory of a row that no record set needs
   std::shared_ptr<Engine> engine_;
   StatementObserver observer_;
   std::unordered_map<std::string, KeptWrite> writes_;

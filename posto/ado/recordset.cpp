@@ -137,7 +137,7 @@ struct Recordset::Edit {
 Recordset::Recordset() = default;
 Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
-Recordset::~Recordset() = default;
+Recordset::~Recordset() { let_rows_go(); }
 
 // --- opening and closing
 // ------------------------------------------------------------------------------------------------
@@ -162,7 +162,8 @@ void Recordset::begin_on(std::unique_ptr<Cursor> cursor, std::shared_ptr<Connect
   connection_ = std::move(connection);
   shape_ = cursor->shared_shape();
   bool keep = CursorLocation == adUseClient || CursorType != adOpenForwardOnly;
-  rows_ = std::make_unique<Rows>(std::move(cursor), keep);
+  let_rows_go();
+  rows_ = std::make_unique<Rows>(std::move(cursor), keep, std::exchange(connection_->spare_row_, {}));
   edit_.reset();
   open_ = true;
   started_ = false;
@@ -171,9 +172,15 @@ void Recordset::begin_on(std::unique_ptr<Cursor> cursor, std::shared_ptr<Connect
 
 void Recordset::Close() {
   if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
-  rows_.reset();
+  let_rows_go();
   edit_.reset();
   open_ = false;
+}
+
+// The memory of the row serves the connection's next record set: most are opened for one record.
+void Recordset::let_rows_go() {
+  if (rows_ && connection_) connection_->spare_row_ = rows_->release_memory();
+  rows_.reset();
 }
 
 // --- moving
@@ -267,6 +274,11 @@ Field Recordset::Fields(std::string_view name) {
 const Cell& Recordset::cell(std::size_t index) {
   if (!rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
   return rows_->cell(index);
+}
+
+std::span<const Cell> Recordset::row() {
+  if (!rows().on_row()) raise(erro::kNoCurrentRecord, "Não há registro corrente");
+  return rows_->whole_row();
 }
 
 Variant Recordset::field_value(std::size_t index) {

@@ -115,6 +115,7 @@ class Recordset {
   // Access without names, for code that resolves them once for a statement's shape.
   const ResultShape& shape() const;
   const Cell& cell(std::size_t index);  // raises 3021 without a current record
+  std::span<const Cell> row();          // its cells, in the order of the columns; raises 3021
 
  private:
   friend class Connection;
@@ -122,6 +123,7 @@ class Recordset {
   struct Rows;
   struct Edit;
   void begin_on(std::unique_ptr<Cursor> cursor, std::shared_ptr<Connection> connection);
+  void let_rows_go();
   Rows& rows();
   void leave_record();
   bool on_new_record() const;  // added, or about to be

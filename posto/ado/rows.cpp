@@ -20,8 +20,9 @@ std::string_view TextArena::keep(std::string_view text) {
   return kept;
 }
 
-RowReader::RowReader(std::unique_ptr<Cursor> cursor, bool keep)
-    : cursor_(std::move(cursor)), keep_(keep), width_(cursor_->shape().columns().size()), first_(width_) {
+RowReader::RowReader(std::unique_ptr<Cursor> cursor, bool keep, std::vector<Cell> memory)
+    : cursor_(std::move(cursor)), keep_(keep), width_(cursor_->shape().columns().size()), first_(std::move(memory)) {
+  first_.assign(width_, Cell{});
   const auto is_text = [](const ResultColumn& column) { return column.type == SqlType::text; };
   has_texts_ = std::ranges::any_of(cursor_->shape().columns(), is_text);
 }

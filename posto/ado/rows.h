@@ -26,7 +26,9 @@ class TextArena {
 // Reads a cursor row by row, forward only or keeping what it has read.
 class RowReader {
  public:
-  RowReader(std::unique_ptr<Cursor> cursor, bool keep);
+  // `memory`: what another reader's release_memory() gave, for the first row.
+  RowReader(std::unique_ptr<Cursor> cursor, bool keep, std::vector<Cell> memory);
+  std::vector<Cell> release_memory() { return std::move(first_); }  // at its end
 
   bool keeps() const { return keep_; }
   bool on_row() const { return position_ >= 0 && !behind_; }
@@ -43,6 +45,10 @@ class RowReader {
   const Cell& cell(std::size_t column) {
     if (current_[column].unread) cursor_->read(column, current_[column]);
     return current_[column];
+  }
+  std::span<const Cell> whole_row() {
+    for (std::size_t i = 0; i < width_; ++i) cell(i);
+    return {current_, width_};
   }
   void replace(std::size_t column, Cell cell);  // in the current one of kept rows
 

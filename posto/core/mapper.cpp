@@ -118,9 +118,10 @@ bool pegarValorCamposSequencial(const ValueObject& vo, Names sequential_columns,
 
 void read_record(Recordset& record, const ValueObject& vo) {
   const ResultShape& shape = record.shape();
+  const std::span<const Cell> row = record.row();
   auto properties = shape.properties_of(vo.layout());
   for (std::size_t i = 0; i < properties.size(); ++i) {
-    const Cell& cell = record.cell(i);
+    const Cell& cell = row[i];
     if (cell.null || properties[i] == nullptr) continue;
     SqlType type = shape.columns()[i].type;
     if (read_same_type(cell, type, vo, *properties[i])) continue;
