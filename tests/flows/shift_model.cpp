@@ -27,6 +27,7 @@ struct Product {
   int code = 0;
   std::string name, group;
   bool service = false;
+  Currency price;
 };
 struct Reading {
   std::string address;
@@ -83,7 +84,8 @@ class WeekModel {
     for (const std::string& file : {kSample + "/cadastro/produtos.csv", kWeek + "cadastro/produtos.csv"}) {
       for (const Row& row : rows_of_file(file)) {
         const int code = static_cast<int>(products_.size()) + 1;
-        products_[row[0]] = {.code = code, .name = row[1], .group = row[2], .service = row[3] == "2"};
+        products_[row[0]] = {
+            .code = code, .name = row[1], .group = row[2], .service = row[3] == "2", .price = money(row[5])};
       }
     }
     for (const Row& row : rows_of_file(kSample + "/cadastro/bicos.csv")) {
@@ -162,7 +164,10 @@ class WeekModel {
   Line line_of(const Row& row) const {
     const bool cancelled = row[10] == "item";
     if (row[9].empty()) {
-      return {.product = row[6], .quantity = scaled(row[7], 3), .price = price_of(row), .cancelled = cancelled};
+      return {.product = row[6],
+              .quantity = scaled(row[7], 3),
+              .price = row[8].empty() ? products_.at(row[6]).price : money(row[8]),
+              .cancelled = cancelled};
     }
     const int fuelling = std::stoi(row[9]);
     const Reading& reading = readings_.at(static_cast<std::size_t>(fuelling) - 1);
@@ -175,26 +180,16 @@ class WeekModel {
             .cancelled = cancelled};
   }
 
-  // A price that the file does not tell is the product's.
-  static Currency price_of(const Row& row) {
-    static const std::map<std::string, Currency> prices = [] {
-      std::map<std::string, Currency> found;
-      for (const std::string& file : {kSample + "/cadastro/produtos.csv", kWeek + "cadastro/produtos.csv"}) {
-        for (const Row& product : rows_of_file(file)) found[product[0]] = money(product[5]);
-      }
-      return found;
-    }();
-    return row[8].empty() ? prices.at(row[6]) : money(row[8]);
-  }
-
   // What was paid for a line that is cancelled comes off the last receipts.
   static void give_back(Coupon& coupon) {
     Currency excess = -(coupon.total() - coupon.discount);
     for (const Receipt& receipt : coupon.receipts) excess += receipt.amount;
-    for (; excess > Currency() && !coupon.receipts.empty();) {
-      const Currency off = std::min(excess, coupon.receipts.back().amount);
+    while (excess > Currency() && !coupon.receipts.empty()) {
+      Currency& last = coupon.receipts.back().amount;
+      const Currency off = std::min(excess, last);
       excess -= off;
-      if (coupon.receipts.back().amount -= off; coupon.receipts.back().amount == Currency()) coupon.receipts.pop_back();
+      last -= off;
+      if (last == Currency()) coupon.receipts.pop_back();
     }
   }
 
