@@ -174,7 +174,7 @@ void Recordset::Close() {
   if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
   let_rows_go();
   edit_.reset();
-  open_ = false;
+  open_ = started_ = false;
 }
 
 // The memory of the row serves the connection's next record set: most are opened for one record.
@@ -187,12 +187,10 @@ void Recordset::let_rows_go() {
 // -------------------------------------------------------------------------------------------------------------
 
 // The first question about the rows fetches the first of them.
-Recordset::Rows& Recordset::rows() {
+Recordset::Rows& Recordset::first_rows() {
   if (!open_) raise(erro::kObjectClosed, "O conjunto de registros está fechado");
-  if (!started_) {
-    started_ = true;
-    rows_->next();
-  }
+  started_ = true;
+  rows_->next();
   return *rows_;
 }
 

@@ -124,7 +124,8 @@ class Recordset {
   struct Edit;
   void begin_on(std::unique_ptr<Cursor> cursor, std::shared_ptr<Connection> connection);
   void let_rows_go();
-  Rows& rows();
+  Rows& rows() { return started_ ? *rows_ : first_rows(); }
+  Rows& first_rows();
   void leave_record();
   bool on_new_record() const;  // added, or about to be
   void require_kept();
@@ -146,7 +147,7 @@ class Recordset {
   std::unique_ptr<Rows> rows_;
   std::unique_ptr<Edit> edit_;
   bool open_ = false;
-  bool started_ = false;  // the first row was asked for
+  bool started_ = false;  // the first row was asked for; false when closed
 };
 
 // The types in which a walk over many rows reckons are read without a Variant.
